@@ -1,0 +1,15 @@
+# tq_export_names(OUT DIR): the names of every function declared TQ_API at
+# the start of a line in the public headers of DIR.
+function(tq_export_names OUT DIR)
+  file(GLOB HDRS ${DIR}/*.h)
+  set(NAMES)
+  foreach(H ${HDRS})
+    file(STRINGS ${H} LINES REGEX "^TQ_API ")
+    foreach(L ${LINES})
+      if(L MATCHES "([A-Za-z_][A-Za-z0-9_]*)[ ]*\\(")
+        list(APPEND NAMES ${CMAKE_MATCH_1})
+      endif()
+    endforeach()
+  endforeach()
+  set(${OUT} ${NAMES} PARENT_SCOPE)
+endfunction()

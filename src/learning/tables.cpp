@@ -1,0 +1,10 @@
+#include "learning/tables.h"
+
+namespace tq {
+
+BookTable& Books() {
+  static BookTable table;
+  return table;
+}
+
+}  // namespace tq

@@ -1,0 +1,121 @@
+// tqcomm: the suite's engine from the command line. Every subcommand uses
+// the library only through its exported functions, as a front end would.
+#include <iconv.h>
+#include <langinfo.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <clocale>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <string>
+
+#include "commands.h"
+
+namespace tqcomm {
+
+std::string ForTerminal(const std::string& gbk) {
+  static const bool utf8 = std::strcmp(nl_langinfo(CODESET), "UTF-8") == 0;
+  if (!utf8) return gbk;
+  iconv_t cd = iconv_open("UTF-8//TRANSLIT", "GBK");
+  if (cd == reinterpret_cast<iconv_t>(-1)) return gbk;
+  std::string in = gbk;
+  std::string out(in.size() * 2 + 8, '\0');
+  char* src = in.data();
+  size_t left = in.size();
+  char* dst = out.data();
+  size_t room = out.size();
+  while (left > 0) {
+    if (iconv(cd, &src, &left, &dst, &room) == static_cast<size_t>(-1)) {
+      if (room < 2) break;
+      *dst++ = '?';  // a byte that is not GBK
+      --room;
+      ++src;
+      --left;
+    }
+  }
+  iconv_close(cd);
+  out.resize(out.size() - room);
+  return out;
+}
+
+static void MakeDirs(const std::string& path) {
+  for (size_t i = 1; i <= path.size(); ++i) {
+    if (i == path.size() || path[i] == '/') mkdir(path.substr(0, i).c_str(), 0755);
+  }
+}
+
+std::string DataDir() {
+  std::string dir;
+  const char* xdg = std::getenv("XDG_DATA_HOME");
+  if (xdg != nullptr && *xdg != '\0') {
+    dir = std::string(xdg) + "/tqcomm";
+  } else {
+    const char* home = std::getenv("HOME");
+    dir = std::string(home ? home : ".") + "/.local/share/tqcomm";
+  }
+  MakeDirs(dir);
+  return dir;
+}
+
+std::string SampleDir() {
+  const char* env = std::getenv("TQCOMM_SAMPLES");
+  if (env != nullptr && *env != '\0') return env;
+  char exe[4096];
+  ssize_t n = readlink("/proc/self/exe", exe, sizeof exe - 1);
+  if (n > 0) {
+    exe[n] = '\0';
+    std::string path(exe);
+    // build/bin/tqcomm -> <source>/data/sample, when run from a build tree
+    for (const char* rel : {"/../../data/sample", "/../share/tqcomm/sample"}) {
+      std::string dir = path.substr(0, path.rfind('/')) + rel;
+      struct stat st;
+      if (stat(dir.c_str(), &st) == 0) return dir;
+    }
+  }
+  return TQCOMM_SAMPLE_DIR;
+}
+
+bool TakeOption(Args* args, const std::string& name, std::string* value) {
+  for (size_t i = 0; i < args->size(); ++i) {
+    if ((*args)[i] == name && i + 1 < args->size()) {
+      *value = (*args)[i + 1];
+      args->erase(args->begin() + static_cast<std::ptrdiff_t>(i), args->begin() + static_cast<std::ptrdiff_t>(i) + 2);
+      return true;
+    }
+  }
+  return false;
+}
+
+}  // namespace tqcomm
+
+namespace {
+
+struct Command {
+  const char* name;
+  int (*run)(const tqcomm::Args&);
+  const char* usage;
+};
+
+const Command kCommands[] = {
+    {"book", tqcomm::BookCommand, "book import FILE [--book BOOK.idx] | book list [--book BOOK.idx]"},
+};
+
+int Usage() {
+  std::fprintf(stderr, "usage: tqcomm COMMAND ...\n");
+  for (const Command& c : kCommands) std::fprintf(stderr, "  tqcomm %s\n", c.usage);
+  return 2;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  std::setlocale(LC_ALL, "");
+  if (argc < 2) return Usage();
+  tqcomm::Args args(argv + 2, argv + argc);
+  for (const Command& c : kCommands) {
+    if (std::strcmp(argv[1], c.name) == 0) return c.run(args);
+  }
+  return Usage();
+}

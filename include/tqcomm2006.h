@@ -110,6 +110,70 @@ TQ_API int TQ_CALL vcCOrvexBook_InsertTag(const char* tagPath, int position);
 /* Removes the tag at position through "tmptag.tag". 1, or -1. */
 TQ_API int TQ_CALL vcCOrvexBook_DeleteTag(const char* tagPath, int position);
 
+/* ======================================================================
+ * Text primitives
+ *
+ * Memory, trimming, wrapping, wildcards and the other small text services.
+ * ====================================================================== */
+
+/* (end of text primitives) */
+
+/* ======================================================================
+ * Calendar and day numbers
+ *
+ * Day 0 is 1899-12-30.
+ * ====================================================================== */
+
+/* (end of calendar and day numbers) */
+
+/* ======================================================================
+ * Word text streams: vcCEnglishTxtFile_ and the word file reader
+ * ====================================================================== */
+
+/* (end of word text streams) */
+
+/* ======================================================================
+ * File and registry basics
+ * ====================================================================== */
+
+/* (end of file and registry basics) */
+
+/* ======================================================================
+ * Learning wizard: vcCOrvexWizard_
+ * ====================================================================== */
+
+/* (end of learning wizard) */
+
+/* ======================================================================
+ * History file upkeep
+ * ====================================================================== */
+
+/* (end of history file upkeep) */
+
+/* ======================================================================
+ * Classic dictionaries: vcCm..., entry detail and word forms
+ * ====================================================================== */
+
+/* (end of classic dictionaries) */
+
+/* ======================================================================
+ * Compact dictionary: vcEcDict_
+ * ====================================================================== */
+
+/* (end of compact dictionary) */
+
+/* ======================================================================
+ * Word set: vcCWordMSet_
+ * ====================================================================== */
+
+/* (end of word set) */
+
+/* ======================================================================
+ * Pages: word detail and printable quiz pages
+ * ====================================================================== */
+
+/* (end of pages) */
+
 #ifdef __cplusplus
 }
 #endif

@@ -10,6 +10,12 @@ namespace tqcomm {
 using Args = std::vector<std::string>;
 
 int BookCommand(const Args& args);
+// (learn)
+
+// (dict, lookup)
+
+// (page)
+
 
 // GBK text from the library, shown on a terminal that may speak UTF-8.
 std::string ForTerminal(const std::string& gbk);

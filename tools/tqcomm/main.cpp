@@ -100,6 +100,12 @@ struct Command {
 
 const Command kCommands[] = {
     {"book", tqcomm::BookCommand, "book import FILE [--book BOOK.idx] | book list [--book BOOK.idx]"},
+    // (learn)
+
+    // (dict, lookup)
+
+    // (page)
+
 };
 
 int Usage() {

@@ -116,6 +116,89 @@ TQ_API int TQ_CALL vcCOrvexBook_DeleteTag(const char* tagPath, int position);
  * Memory, trimming, wrapping, wildcards and the other small text services.
  * ====================================================================== */
 
+/* Records of the text services. Pointers stay native, so these two differ
+ * between 32- and 64-bit builds; the offsets of both are held below. */
+typedef struct MemoryFileObj {
+  const char* text; /* the NUL-terminated text being read */
+  int32_t position; /* offset of the next byte to read */
+} MemoryFileObj;
+
+typedef struct MemoryBlock {
+  void* heap;  /* the heap the block came from */
+  void* block; /* the zero-filled block */
+} MemoryBlock;
+
+TQ_STATIC_ASSERT(offsetof(MemoryFileObj, position) == sizeof(void*), "MemoryFileObj.position");
+TQ_STATIC_ASSERT(sizeof(MemoryFileObj) == 2 * sizeof(void*), "MemoryFileObj size");
+TQ_STATIC_ASSERT(offsetof(MemoryBlock, block) == sizeof(void*), "MemoryBlock.block");
+TQ_STATIC_ASSERT(sizeof(MemoryBlock) == 2 * sizeof(void*), "MemoryBlock size");
+
+/* Trimming and line ends, in place. */
+TQ_API void TQ_CALL Ltrim(char* s);                /* leading blanks and tabs */
+TQ_API void TQ_CALL Rtrim(char* s);                /* trailing blanks; "   " keeps one */
+TQ_API void TQ_CALL StrongRtrim(char* s);          /* trailing blanks, tabs, CR, LF */
+TQ_API void TQ_CALL NoBlankAndReturnChar(char* s); /* leading blanks, trailing white; keeps byte 0 */
+TQ_API void TQ_CALL CStrRtrim(char* s, int n);     /* at most n bytes, never half a character */
+/* CR and LF repaired to CR LF pairs or blanks, length unchanged; the index reached. */
+TQ_API int TQ_CALL AdjustCrLf(char* s);
+/* Wraps at blanks (English) or between characters (Chinese) with CR LF; s
+ * needs room for twice its length. The new length, 0 for null or empty. */
+TQ_API int TQ_CALL BreakLine(char* s, int width);
+
+/* Tests: 1 or 0. */
+TQ_API int TQ_CALL IsEnglishWord(const char* s); /* no byte of 128 or above; "" gives 1 */
+TQ_API int TQ_CALL vcIsChinese(const char* s);   /* the first byte is 128 or above */
+TQ_API int TQ_CALL vcIsExpress(const char* s);   /* several words */
+TQ_API int TQ_CALL vcIsValidFileName(const char* s);
+/* Finds word in sentence as a whole word, case-blind; its offset in *position. */
+TQ_API int TQ_CALL vcIsWordInSentence(const char* sentence, const char* word, int32_t* position);
+
+/* Conversions; those with an output answer its length. */
+TQ_API int TQ_CALL vcRemoveChineseTail(const char* src, char* out);
+TQ_API int TQ_CALL vcGetTtsChinesStr(const char* src, char* out); /* the text to speak in Chinese */
+/* Drops bytes 1 and 2; "?" -> "@", double quote -> "^", ":" -> "#", "/" -> "&". */
+TQ_API int TQ_CALL vcConvertSentenceToFileName(const char* src, char* out);
+/* In place: "#" -> "?", "~" -> double quote (the sound links of word pages). */
+TQ_API void TQ_CALL vcRestoreUrlSentence(char* s);
+/* Replaces every from with to in place, only when both have one length. */
+TQ_API void TQ_CALL vcStrEqualReplace(char* text, const char* from, const char* to);
+/* The text behind the last backslash; 0 and out untouched when there is none. */
+TQ_API int TQ_CALL vcExtractFileNameFromPath(const char* path, char* out);
+/* The text from the last "." on. With no dot: 0, and path (not out) is cleared. */
+TQ_API int TQ_CALL vcGetFileExtName(char* path, char* out);
+
+/* Lengths in characters: bytes less half the high bytes (odd counts round up). */
+TQ_API int TQ_CALL vcMystrlen(const char* s);
+TQ_API int TQ_CALL vcVbStrlen(const char* s);
+TQ_API int TQ_CALL vcVBStringLen(const char* s);
+TQ_API int TQ_CALL vcStrlen(const char* s);
+TQ_API int TQ_CALL vcStrcpy(char* dest, const char* src); /* the length copied */
+TQ_API int TQ_CALL vcStrcat(char* dest, const char* src); /* the new length */
+TQ_API void TQ_CALL vcStrupr(char* s);                    /* ASCII letters only */
+TQ_API void TQ_CALL vcStrlwr(char* s);
+TQ_API int TQ_CALL vcStrcmp(const char* a, const char* b); /* folds A-Z, despite its name */
+TQ_API int TQ_CALL vcSetCharInString(char* s, int index, int byte); /* the byte */
+
+/* Memory text. */
+TQ_API MemoryFileObj* TQ_CALL InitMemoryFileObj(MemoryFileObj* obj, const char* text);
+/* The next line without its line end, and its length; -1 at the end. */
+TQ_API int TQ_CALL MemoryFgets(MemoryFileObj* obj, char* out);
+/* The next run of ASCII letters, and its length; 0 at the end. */
+TQ_API int TQ_CALL MemoryGetWord(MemoryFileObj* obj, char* out);
+
+/* Arrays of 32-bit integers. */
+TQ_API void TQ_CALL vcSortIntArray(int32_t* a, int count);
+/* The index of the first element equal to value in a sorted array, or -1. */
+TQ_API int TQ_CALL vcBinarySearchIntArray(const int32_t* a, int count, int value);
+TQ_API void TQ_CALL vcSortUINT(uint32_t* a, int count);
+TQ_API int TQ_CALL vcRemoveSameUINT(uint32_t* a, int count); /* the new count */
+/* Shuffles in place, reseeding from the clock: calls in one second agree. */
+TQ_API void TQ_CALL vcRandomIntArray(int32_t* a, int count);
+
+/* A zero-filled block from the process heap, recorded in *block. */
+TQ_API void* TQ_CALL AllocMemory(MemoryBlock* block, int size);
+TQ_API void TQ_CALL FreeMemory(MemoryBlock* block);
+
 /* (end of text primitives) */
 
 /* ======================================================================

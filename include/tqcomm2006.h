@@ -207,6 +207,24 @@ TQ_API void TQ_CALL FreeMemory(MemoryBlock* block);
  * Day 0 is 1899-12-30.
  * ====================================================================== */
 
+/* The date of a day number as "%d-%02d-%02d" (11 bytes for the years 1900
+ * to 9999); the characters written. Days 0 and 1 come out as "1900-01--1"
+ * and "1900-01-00". */
+TQ_API int TQ_CALL vcGetDateStr(int day, char* out);
+/* Days from 1900-01-01 (= 0) to the date: two less than the date's day
+ * number, so its result passed to vcGetDateStr shows a date two days early. */
+TQ_API int TQ_CALL vcGetDaysFrom1900_1_1(int year, int month, int day);
+/* Now, in 100-nanosecond ticks since 1601-01-01 UTC. */
+TQ_API double TQ_CALL vcMyGetTime(void);
+/* Milliseconds since an earlier vcMyGetTime value. */
+TQ_API int64_t TQ_CALL vcTimePassed(double earlier);
+/* The file's last-write date in UTC; 1601-01-01 when it cannot be read. */
+TQ_API void TQ_CALL vcGetFileTime(const char* path, int32_t* year, int32_t* month, int32_t* day);
+/* The file's creation date (the change time where the file system keeps no
+ * birth time) in local time. hour and minute may be null. */
+TQ_API void TQ_CALL vcGetFileTimeEx(const char* path, int32_t* year, int32_t* month, int32_t* day, int32_t* hour,
+                                    int32_t* minute, int ignored);
+
 /* (end of calendar and day numbers) */
 
 /* ======================================================================
@@ -225,11 +243,154 @@ TQ_API void TQ_CALL FreeMemory(MemoryBlock* block);
  * Learning wizard: vcCOrvexWizard_
  * ====================================================================== */
 
+/* The history file: one 48-byte record per word, at item number x 48,
+ * little-endian:
+ *    0  7 x uint16  reviewDates  [0] start of this pass, [1..6] its reviews
+ *   14  uint16      firstDate    65535: never learnt
+ *   16  int16       stepIndex    next reviewDates slot, 1..6 (0 when blank)
+ *   18  int16       shownCount
+ *   20  int16       rightCount
+ *   22  uint16      hardOrNewFlag
+ *   24  uint16      attr         0 not met, 1 known from the start,
+ *                                2 learning, 3 mastered, 4 and 5 relapsed
+ *                                from 1 and 3
+ *   26  uint16      skipDate     day of the last result 5
+ *   28  uint32      passCount
+ *   32  uint16      lastDate
+ *   34  2 bytes     reserved
+ *   36  8 chars     results      newest first, 'Y' 'N' 'U' or 0
+ *   44  int32       itemNo       -1 when detached
+ * Results: 1 right, 2 wrong, 3 unsure, 4 known (off the list for good),
+ * 5 right and done for today. Days are day numbers below 65535.
+ * A list file is a headerless array of 32-bit item numbers.
+ *
+ * Handles 1 to 29; vcCOrvexWizard_New answers -1 when all are taken. An
+ * empty handle answers its own number, except where noted. Word text
+ * outputs are as for vcCOrvexBook_GetWordByNo and need the book's index and
+ * library open. */
+
+typedef struct LearningRecord {
+  uint16_t reviewDates[7];
+  uint16_t firstDate;
+  int16_t stepIndex;
+  int16_t shownCount;
+  int16_t rightCount;
+  uint16_t hardOrNewFlag;
+  uint16_t attr;
+  uint16_t skipDate;
+  uint32_t passCount;
+  uint16_t lastDate;
+  uint16_t reserved;
+  char results[8];
+  int32_t itemNo;
+} LearningRecord;
+TQ_STATIC_ASSERT(sizeof(LearningRecord) == 48, "LearningRecord is 48 bytes");
+TQ_STATIC_ASSERT(offsetof(LearningRecord, firstDate) == 14, "firstDate at 14");
+TQ_STATIC_ASSERT(offsetof(LearningRecord, stepIndex) == 16, "stepIndex at 16");
+TQ_STATIC_ASSERT(offsetof(LearningRecord, hardOrNewFlag) == 22, "hardOrNewFlag at 22");
+TQ_STATIC_ASSERT(offsetof(LearningRecord, attr) == 24, "attr at 24");
+TQ_STATIC_ASSERT(offsetof(LearningRecord, skipDate) == 26, "skipDate at 26");
+TQ_STATIC_ASSERT(offsetof(LearningRecord, passCount) == 28, "passCount at 28");
+TQ_STATIC_ASSERT(offsetof(LearningRecord, lastDate) == 32, "lastDate at 32");
+TQ_STATIC_ASSERT(offsetof(LearningRecord, results) == 36, "results at 36");
+TQ_STATIC_ASSERT(offsetof(LearningRecord, itemNo) == 44, "itemNo at 44");
+
+/* A wizard with an empty list; -1 when the table is full. */
+TQ_API int TQ_CALL vcCOrvexWizard_New(void);
+/* Frees the wizard without saving its list. */
+TQ_API void TQ_CALL vcCOrvexWizard_Delete(int wizard);
+/* The book whose words the text getters read; an empty book handle leaves
+ * the wizard's book as it was. 1. */
+TQ_API int TQ_CALL vcCOrvexWizard_SetLearningBook(int wizard, int book);
+/* Seven cumulative day offsets from a word's first learning. 1. */
+TQ_API int TQ_CALL vcCOrvexWizard_SetForgetCurve(int wizard, const int32_t* curve);
+TQ_API void TQ_CALL vcCOrvexWizard_SetFileNames(int wizard, const char* historyPath);
+/* Today's day number. 1; an empty handle answers 0. */
+TQ_API int TQ_CALL vcCOrvexWizard_SetDate(int wizard, int today);
+/* Empties the list and fills it from the history file. Modes: 0 the first
+ * 21 new words; 1 due or hard words, shuffled; 2 none; 3 words being learnt
+ * or relapsed, shuffled; 4 every word, shuffled; 5 words first met today and
+ * still open; 6 as 1 in file order. limit is the highest item number to
+ * consider (0: all). The list length, or -1 without a history file. */
+TQ_API int TQ_CALL vcCOrvexWizard_GetWordsToLearn(int wizard, int mode, int limit);
+/* Adds to the list: new words (modeFlag 0, up to an allowance that falls
+ * as the list's old words rise: 30, 20, 10, 5, 3) or old due and hard words
+ * (modeFlag 1, shuffled; limit 0 takes every learnt word). *added gets the
+ * number added. The list length, or -1 without a history file. */
+TQ_API int TQ_CALL vcCOrvexWizard_AddTodayList(int wizard, int modeFlag, int limit, int32_t* added);
+/* Records the result for the front word, writes its record to the history
+ * file at once, and takes it off the list or moves it back. A completed
+ * pass of the curve asks through a message box whether the word is
+ * mastered for good. The list length afterwards. */
+TQ_API int TQ_CALL vcCOrvexWizard_LearnItem(int wizard, int result);
+/* The list length; 0 for an empty handle. */
+TQ_API int TQ_CALL vcCOrvexWizard_GetListLength(int wizard);
+/* The front word's headword, explanation and pronunciation. */
+TQ_API void TQ_CALL vcCOrvexWizard_GetItemEnglish(int wizard, char* out, int unused);
+TQ_API void TQ_CALL vcCOrvexWizard_GetItemChinese(int wizard, char* out, int unused);
+TQ_API void TQ_CALL vcCOrvexWizard_GetItemPron(int wizard, char* out, int unused);
+/* The front record's shownCount and firstDate; either pointer may be null.
+ * An empty handle answers 0. */
+TQ_API int TQ_CALL vcCOrvexWizard_GetItemAttr(int wizard, int32_t* shownCount, int32_t* firstDate);
+/* A description of the record at list position (0 = front), lines ending
+ * "\r\n"; 512 bytes are ample. */
+TQ_API void TQ_CALL vcCOrvexWizard_GetItemAttrString(int wizard, int position, char* out);
+/* Writes the list's item numbers to the list file and its records to the
+ * history file. The list length, 0 for an empty list (no file touched), -1. */
+TQ_API int TQ_CALL vcCOrvexWizard_SaveList(int wizard, const char* listPath);
+/* Appends the words of a list file to the list. The list length, or -1. */
+TQ_API int TQ_CALL vcCOrvexWizard_LoadList(int wizard, const char* listPath);
+/* The list's item numbers in order; the list length. */
+TQ_API int TQ_CALL vcCOrvexWizard_ExportList(int wizard, int32_t* items);
+/* Appends to items (count already in it) every word not mastered and not
+ * yet there: unlearnt words first. Needs room for the whole book. The new
+ * count. */
+TQ_API int TQ_CALL vcCOrvexWizard_AppendMp3List(int wizard, int32_t* items, int count);
+
 /* (end of learning wizard) */
 
 /* ======================================================================
  * History file upkeep
  * ====================================================================== */
+
+/* Paths only, no wizard handle. Rewrites go through "tmptmp.his" in the
+ * working directory, so two must not run in one directory at once. A record
+ * is found by its stored itemNo, not by its place. */
+
+/* A history of count blank records numbered 0 up. 1, or -1. */
+TQ_API int TQ_CALL vcCOrvexWizard_GenBlankHistoryFile(const char* path, int count);
+/* Appends count blank records numbered on from the file's count. 1, or -1. */
+TQ_API int TQ_CALL vcCOrvexWizard_AppendHistoryFile(const char* path, int count);
+/* Writes the source's records whose itemNo is in items, renumbered 0 up, in
+ * source order. Records written, or -1. */
+TQ_API int TQ_CALL vcCOrvexWizard_ExtractHistoryFile(const char* source, const char* dest, const int32_t* items,
+                                                     int count);
+/* Appends the source's records whose itemNo is items[i], numbered the
+ * destination's old record count + i. Records written, or -1. */
+TQ_API int TQ_CALL vcCOrvexWizard_MergeHistoryFile(const char* source, const char* dest, const int32_t* items,
+                                                   int count);
+/* A blank record for a word inserted at position (below 0: appended). */
+TQ_API int TQ_CALL vcCOrvexWizard_InsertWordInAll(const char* path, int position);
+/* Drops the record of the word at position and renumbers those above. */
+TQ_API int TQ_CALL vcCOrvexWizard_DeleteWordInAll(const char* path, int position);
+/* Renumbers a list file for a word inserted at position (-1: nothing). */
+TQ_API int TQ_CALL vcCOrvexWizard_InsertWordInLlr(const char* path, int position);
+/* Drops the word at position from a list file; an emptied list file is
+ * removed. */
+TQ_API int TQ_CALL vcCOrvexWizard_DeleteWordInLlr(const char* path, int position);
+/* Sets a record's attr; attribute 0 resets it to blank with itemNo -1. */
+TQ_API int TQ_CALL vcCOrvexWizard_SetItemAttrInFile(const char* path, int item, int attr);
+/* As above; with day not -1, a word never learnt is also learnt right on
+ * that day (and so ends with attr 2). */
+TQ_API int TQ_CALL vcCOrvexWizard_SetItemAttrInFileEx(const char* path, int item, int attr, int day);
+/* Adds 1 per record to the counter of its attr: 0, 2, 1, 3 in that order
+ * (4 and 5 are counted nowhere). The caller zeroes them. 1, or -1. */
+TQ_API int TQ_CALL vcCOrvexWizard_GetBookInfo(const char* path, int32_t* attr0, int32_t* attr2, int32_t* attr1,
+                                              int32_t* attr3);
+/* The itemNo of every record with this attr; how many, or -1. */
+TQ_API int TQ_CALL vcCOrvexWizard_ReadWordListByAttr(const char* path, int attr, int32_t* items);
+/* Each record's difficulty 0 (never met) to 9; the record count, or -1. */
+TQ_API int TQ_CALL vcCOrvexWizard_ReadAllDegrees(const char* path, int32_t* degrees);
 
 /* (end of history file upkeep) */
 

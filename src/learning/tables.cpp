@@ -7,4 +7,9 @@ BookTable& Books() {
   return table;
 }
 
+WizardTable& Wizards() {
+  static WizardTable table;
+  return table;
+}
+
 }  // namespace tq

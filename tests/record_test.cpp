@@ -1,0 +1,241 @@
+// The learning record's judgements, below the boundary: they carry all of
+// the scheduling, so each rule is pinned here on hand-made records.
+#include <cstring>
+#include <set>
+#include <string>
+
+#include "learning/record.h"
+#include "learning/wizard.h"
+#include "test_util.h"
+
+namespace {
+
+using tq::ApplyResult;
+using tq::BlankRecord;
+using tq::DueDate;
+using tq::FinishedForToday;
+using tq::LearningRecord;
+
+const int32_t kCurve[7] = {0, 1, 2, 4, 7, 15, 30};
+
+std::string Results(const LearningRecord& r) { return std::string(r.results, strnlen(r.results, 8)); }
+
+// A word first learnt on day `first`, with results newest first.
+LearningRecord Learnt(int first, const char* results, int shown, int right, int attr = tq::kAttrLearning) {
+  LearningRecord r = BlankRecord(7);
+  r.firstDate = static_cast<uint16_t>(first);
+  r.reviewDates[0] = static_cast<uint16_t>(first);
+  r.stepIndex = 1;
+  r.shownCount = static_cast<int16_t>(shown);
+  r.rightCount = static_cast<int16_t>(right);
+  r.attr = static_cast<uint16_t>(attr);
+  std::strncpy(r.results, results, 8);
+  return r;
+}
+
+TEST(LearningRecord, BlankRecordBytes) {
+  LearningRecord r = BlankRecord(0x01020304);
+  unsigned char b[48];
+  std::memcpy(b, &r, 48);
+  EXPECT_EQ(b[14], 0xFF);
+  EXPECT_EQ(b[15], 0xFF);  // firstDate
+  EXPECT_EQ(b[32], 0xFF);
+  EXPECT_EQ(b[33], 0xFF);  // lastDate
+  EXPECT_EQ(b[44], 0x04);
+  EXPECT_EQ(b[47], 0x01);  // itemNo, little-endian
+  for (int i : {16, 18, 20, 22, 24, 28, 36, 43}) EXPECT_EQ(b[i], 0) << i;
+}
+
+TEST(LearningRecord, FirstRightAnswerBytesAndDueDate) {
+  LearningRecord r = BlankRecord(5);
+  EXPECT_FALSE(ApplyResult(&r, 40000, tq::kRight, kCurve));
+  unsigned char b[48];
+  std::memcpy(b, &r, 48);
+  const unsigned char day[2] = {0x40, 0x9C};  // 40000
+  EXPECT_EQ(0, std::memcmp(b + 0, day, 2));   // reviewDates[0]
+  EXPECT_EQ(0, std::memcmp(b + 14, day, 2));  // firstDate
+  EXPECT_EQ(0, std::memcmp(b + 32, day, 2));  // lastDate
+  EXPECT_EQ(b[16], 1);                        // stepIndex
+  EXPECT_EQ(b[18], 1);                        // shownCount
+  EXPECT_EQ(b[20], 1);                        // rightCount
+  EXPECT_EQ(b[24], 2);                        // attr: being learnt
+  EXPECT_EQ(b[36], 'Y');
+  EXPECT_EQ(b[37], 0);
+  EXPECT_EQ(b[44], 5);
+  EXPECT_EQ(DueDate(r, kCurve), 40001);
+  const int32_t other[7] = {3, 5, 9, 9, 9, 9, 9};
+  EXPECT_EQ(DueDate(r, other), 40002);  // only differences count
+  EXPECT_TRUE(FinishedForToday(r, 40000));  // right at the very first showing
+
+  LearningRecord wrong = BlankRecord(5);
+  ApplyResult(&wrong, 40000, tq::kWrong, kCurve);
+  EXPECT_EQ(Results(wrong), "N");
+  EXPECT_EQ(wrong.rightCount, 0);
+  EXPECT_EQ(wrong.attr, tq::kAttrLearning);
+  EXPECT_FALSE(FinishedForToday(wrong, 40000));
+}
+
+TEST(LearningRecord, NeverDue) {
+  EXPECT_EQ(DueDate(BlankRecord(0), kCurve), tq::kNeverDue);
+  LearningRecord r = Learnt(40000, "Y", 1, 1);
+  r.stepIndex = 7;
+  EXPECT_EQ(DueDate(r, kCurve), tq::kNeverDue);
+}
+
+TEST(LearningRecord, KnownAtFirstSightOrLater) {
+  LearningRecord r = BlankRecord(0);
+  ApplyResult(&r, 40000, tq::kKnown, kCurve);
+  EXPECT_EQ(r.attr, tq::kAttrKnownFromStart);
+  EXPECT_EQ(r.rightCount, 1);
+  LearningRecord later = Learnt(39990, "Y", 1, 1);
+  ApplyResult(&later, 40000, tq::kKnown, kCurve);
+  EXPECT_EQ(later.attr, tq::kAttrMastered);
+}
+
+TEST(LearningRecord, EarlyReviewGetsNoStep) {
+  LearningRecord r = Learnt(40000, "Y", 1, 1);
+  r.stepIndex = 2;
+  r.reviewDates[1] = 40009;  // due 40009 + 2 - 1
+  EXPECT_EQ(DueDate(r, kCurve), 40010);
+  ApplyResult(&r, 40005, tq::kWrong, kCurve);
+  EXPECT_EQ(r.stepIndex, 2);
+  EXPECT_EQ(r.shownCount, 2);
+  EXPECT_EQ(r.lastDate, 40005);
+  EXPECT_EQ(Results(r), "NY");
+  // Without a curve the step moves whatever the date.
+  ApplyResult(&r, 40005, tq::kRight, nullptr);
+  EXPECT_EQ(r.stepIndex, 3);
+  EXPECT_EQ(r.reviewDates[2], 40005);
+}
+
+TEST(LearningRecord, DueReviewAdvancesAndLastStepCompletesAPass) {
+  LearningRecord r = Learnt(40000, "YY", 2, 2);
+  ApplyResult(&r, 40001, tq::kRight, kCurve);
+  EXPECT_EQ(r.stepIndex, 2);
+  EXPECT_EQ(r.reviewDates[1], 40001);
+  EXPECT_EQ(DueDate(r, kCurve), 40002);
+  // A late review delays the following ones.
+  ApplyResult(&r, 40010, tq::kRight, kCurve);
+  EXPECT_EQ(DueDate(r, kCurve), 40012);
+
+  LearningRecord six = Learnt(40000, "YYYYYY", 6, 6);
+  six.stepIndex = 6;
+  six.reviewDates[5] = 40015;  // due 40015 + 30 - 15
+  EXPECT_FALSE(ApplyResult(&six, 40029, tq::kRight, kCurve));  // early: no step
+  EXPECT_TRUE(ApplyResult(&six, 40030, tq::kRight, kCurve));
+  EXPECT_EQ(six.stepIndex, 1);
+  EXPECT_EQ(six.reviewDates[0], 40030);
+  EXPECT_EQ(six.passCount, 1u);
+}
+
+TEST(LearningRecord, RelapseAndRecovery) {
+  LearningRecord r = Learnt(40000, "YY", 2, 2, tq::kAttrMastered);
+  ApplyResult(&r, 40100, tq::kWrong, nullptr);
+  EXPECT_EQ(r.attr, tq::kAttrRelapsedMastered);
+  ApplyResult(&r, 40101, tq::kRight, nullptr);
+  ApplyResult(&r, 40102, tq::kRight, nullptr);
+  EXPECT_EQ(r.attr, tq::kAttrRelapsedMastered);  // two rights are not enough
+  ApplyResult(&r, 40103, tq::kRight, nullptr);
+  EXPECT_EQ(r.attr, tq::kAttrMastered);
+
+  LearningRecord k = Learnt(40000, "Y", 1, 1, tq::kAttrKnownFromStart);
+  ApplyResult(&k, 40100, tq::kWrong, nullptr);
+  EXPECT_EQ(k.attr, tq::kAttrRelapsedKnown);
+  ApplyResult(&k, 40101, tq::kKnown, nullptr);  // result 4 recovers at once
+  EXPECT_EQ(k.attr, tq::kAttrKnownFromStart);
+}
+
+TEST(LearningRecord, DoneForTodayAndUnknownResults) {
+  LearningRecord r = Learnt(40000, "Y", 1, 1);
+  ApplyResult(&r, 40002, tq::kRightDoneToday, nullptr);
+  EXPECT_EQ(r.skipDate, 40002);
+  EXPECT_EQ(r.rightCount, 2);
+  EXPECT_EQ(Results(r), "YY");
+  ApplyResult(&r, 40003, tq::kUnsure, nullptr);
+  EXPECT_EQ(Results(r), "UYY");
+  EXPECT_EQ(r.rightCount, 2);
+  ApplyResult(&r, 40003, 9, nullptr);  // not a result: the newest letter doubles
+  EXPECT_EQ(Results(r), "UUYY");
+  EXPECT_EQ(r.shownCount, 4);
+  // The ninth result pushes the oldest out.
+  for (int i = 0; i < 8; ++i) ApplyResult(&r, 40004, tq::kWrong, nullptr);
+  EXPECT_EQ(Results(r), "NNNNNNNN");
+}
+
+TEST(LearningRecord, FortyPercentIsTheStrictSide) {
+  // An older word, right twice running after a miss.
+  LearningRecord r = Learnt(39000, "YYN", 10, 4);
+  EXPECT_FALSE(FinishedForToday(r, 40000));  // 40%: needs three rights in four
+  r.rightCount = 5;
+  EXPECT_TRUE(FinishedForToday(r, 40000));  // 50%: two running suffice
+  r.rightCount = 4;
+  std::strncpy(r.results, "YYNY", 8);
+  EXPECT_TRUE(FinishedForToday(r, 40000));
+  // A word first met today always takes the strict side.
+  LearningRecord today = Learnt(40000, "YYN", 3, 2);
+  EXPECT_FALSE(FinishedForToday(today, 40000));
+  std::strncpy(today.results, "YY", 8);
+  EXPECT_TRUE(FinishedForToday(today, 40000));  // seen twice, never missed
+  std::strncpy(today.results, "NY", 8);
+  EXPECT_FALSE(FinishedForToday(today, 40000));
+  // Mastered and relapsed words leave on any right.
+  EXPECT_TRUE(FinishedForToday(Learnt(39000, "YN", 10, 1, tq::kAttrMastered), 40000));
+  EXPECT_TRUE(FinishedForToday(Learnt(39000, "YN", 10, 1, tq::kAttrRelapsedKnown), 40000));
+  EXPECT_FALSE(FinishedForToday(Learnt(39000, "UY", 10, 9, tq::kAttrMastered), 40000));
+}
+
+TEST(LearningRecord, ReturnDistances) {
+  std::set<int> seen;
+  for (int i = 0; i < 200; ++i) {
+    int u = tq::ReturnDistance(Learnt(1, "U", 1, 0));
+    EXPECT_TRUE(u >= 10 && u <= 14) << u;
+    int n = tq::ReturnDistance(Learnt(1, "NY", 1, 0));
+    EXPECT_TRUE(n >= 2 && n <= 4) << n;
+    int yn = tq::ReturnDistance(Learnt(1, "YN", 1, 0));
+    EXPECT_TRUE(yn >= 9 && yn <= 13) << yn;
+    int yu = tq::ReturnDistance(Learnt(1, "YU", 1, 0));
+    EXPECT_TRUE(yu >= 14 && yu <= 18) << yu;
+    seen.insert(n);
+  }
+  EXPECT_EQ(tq::ReturnDistance(Learnt(1, "Y", 1, 1)), 0);
+  EXPECT_EQ(tq::ReturnDistance(Learnt(1, "YY", 1, 1)), -1);
+}
+
+TEST(LearningRecord, Degrees) {
+  EXPECT_EQ(tq::Degree(BlankRecord(0)), 0);
+  EXPECT_EQ(tq::Degree(Learnt(1, "Y", 10, 7)), 3);
+  EXPECT_EQ(tq::Degree(Learnt(1, "Y", 10, 9)), 1);
+  EXPECT_EQ(tq::Degree(Learnt(1, "Y", 10, 1)), 9);
+  EXPECT_EQ(tq::Degree(Learnt(1, "Y", 10, 2)), 8);
+  EXPECT_EQ(tq::Degree(Learnt(1, "Y", 10, 0, tq::kAttrMastered)), 1);
+  EXPECT_EQ(tq::Degree(Learnt(1, "Y", 0, 0)), 0);
+}
+
+TEST(LearningRecord, DamagedStepsStayInsideTheRecord) {
+  for (int step : {-5, 0, 7, 300}) {
+    LearningRecord r = Learnt(40000, "Y", 1, 1);
+    r.stepIndex = static_cast<int16_t>(step);
+    DueDate(r, kCurve);
+    ApplyResult(&r, 40100, tq::kRight, kCurve);
+    ApplyResult(&r, 40100, tq::kRight, nullptr);
+    EXPECT_EQ(r.itemNo, 7);
+  }
+  // Never shown but marked right: the percentage is infinite, not a trap.
+  LearningRecord zero = Learnt(39000, "YY", 0, 3);
+  EXPECT_TRUE(FinishedForToday(zero, 40001));
+}
+
+TEST(Shuffle, SwapsEachElementWithAnEarlierOne) {
+  std::vector<LearningRecord> two = {BlankRecord(0), BlankRecord(1)};
+  tq::ShuffleRecords(&two);
+  EXPECT_EQ(two[0].itemNo, 1);  // element 1 always trades with element 0
+  std::vector<LearningRecord> many;
+  for (int i = 0; i < 40000; ++i) many.push_back(BlankRecord(i));
+  tq::ShuffleRecords(&many);
+  std::set<int> items;
+  for (const LearningRecord& r : many) items.insert(r.itemNo);
+  EXPECT_EQ(items.size(), 40000u);
+  EXPECT_NE(many.back().itemNo, 39999);
+}
+
+}  // namespace

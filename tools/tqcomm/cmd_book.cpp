@@ -110,6 +110,8 @@ int List(const std::string& idx) {
 
 }  // namespace
 
+int ImportWordList(const std::string& file, const std::string& idx) { return Import(file, idx); }
+
 int BookCommand(const Args& in) {
   Args args = in;
   std::string idx = DataDir() + "/sample.idx";

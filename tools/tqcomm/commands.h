@@ -10,6 +10,9 @@ namespace tqcomm {
 using Args = std::vector<std::string>;
 
 int BookCommand(const Args& args);
+// Brings a word list into a new word book at idx; 0, or 1 with a message.
+int ImportWordList(const std::string& file, const std::string& idx);
+int LearnCommand(const Args& args);
 // (learn)
 
 // (dict, lookup)

@@ -1,0 +1,328 @@
+// tqcomm learn: a day's learning in the terminal. Today's words are the
+// saved list of an unfinished day, else the words the forgetting curve says
+// are due, then a few new ones. Each word is shown, the answer read from
+// standard input, and the wizard writes the result to the history file at
+// once; "q" or the end of input saves what is left for later.
+#include <unistd.h>
+
+#include <cstdio>
+#include <cstdlib>
+#include <ctime>
+#include <string>
+#include <vector>
+
+#include "commands.h"
+#include "tqcomm2006.h"
+#include "tqhost.h"
+
+namespace tqcomm {
+namespace {
+
+constexpr int kDefaultNewWords = 10;
+const int32_t kDefaultCurve[7] = {0, 1, 2, 4, 7, 15, 30};
+
+struct Options {
+  std::string idx, history, list;
+  int day = 0;
+  int32_t curve[7];
+  int new_words = kDefaultNewWords;
+  bool sample_book = false;
+};
+
+// One line of standard input without its line end; false at the end of input.
+bool ReadLine(std::string* line) {
+  line->clear();
+  char buf[256];
+  bool got = false;
+  while (std::fgets(buf, sizeof buf, stdin) != nullptr) {
+    got = true;
+    *line += buf;
+    if (!line->empty() && line->back() == '\n') break;
+  }
+  while (!line->empty() && (line->back() == '\n' || line->back() == '\r' || line->back() == ' ')) line->pop_back();
+  size_t start = line->find_first_not_of(' ');
+  line->erase(0, start == std::string::npos ? line->size() : start);
+  // Answers from a pipe are not echoed by a terminal; show them.
+  static const bool piped = isatty(STDIN_FILENO) == 0;
+  if (got && piped) std::printf("%s\n", line->c_str());
+  return got;
+}
+
+// The wizard asks through a message box whether a word that has finished
+// the curve is mastered for good; here the question goes to the terminal.
+int AskInTerminal(const char* text, const char* title, unsigned type) {
+  for (;;) {
+    std::printf("%s: %s (y/n) ", ForTerminal(title).c_str(), ForTerminal(text).c_str());
+    std::fflush(stdout);
+    std::string line;
+    if (!ReadLine(&line)) {
+      std::printf("\n");
+      return 7;  // No
+    }
+    if (line == "y" || line == "Y") return 6;
+    if (line == "n" || line == "N") return 7;
+    std::printf("  answer y or n\n");
+  }
+}
+
+bool ParseDate(const std::string& text, int* day) {
+  int y, m, d;
+  char tail;
+  if (std::sscanf(text.c_str(), "%d-%d-%d%c", &y, &m, &d, &tail) != 3) return false;
+  if (y < 1900 || y > 2078 || m < 1 || m > 12 || d < 1 || d > 31) return false;
+  *day = vcGetDaysFrom1900_1_1(y, m, d) + 2;  // day numbers count from 1899-12-30
+  char check[32];
+  vcGetDateStr(*day, check);
+  int cy, cm, cd;
+  return std::sscanf(check, "%d-%d-%d", &cy, &cm, &cd) == 3 && cy == y && cm == m && cd == d;
+}
+
+int Today() {
+  std::time_t now = std::time(nullptr);
+  std::tm local;
+  localtime_r(&now, &local);
+  return vcGetDaysFrom1900_1_1(local.tm_year + 1900, local.tm_mon + 1, local.tm_mday) + 2;
+}
+
+bool ParseCurve(const std::string& text, int32_t* curve) {
+  int n = 0;
+  size_t pos = 0;
+  while (pos <= text.size() && n < 7) {
+    size_t comma = text.find(',', pos);
+    std::string part = text.substr(pos, comma == std::string::npos ? std::string::npos : comma - pos);
+    char* end = nullptr;
+    long v = std::strtol(part.c_str(), &end, 10);
+    if (part.empty() || *end != '\0' || v < 0 || v > 10000) return false;
+    curve[n++] = static_cast<int32_t>(v);
+    if (comma == std::string::npos) break;
+    pos = comma + 1;
+  }
+  if (n != 7 || text.find(',', pos) != std::string::npos) return false;
+  for (int i = 1; i < 7; ++i) {
+    if (curve[i] < curve[i - 1]) return false;
+  }
+  return true;
+}
+
+long FileLengthOf(const std::string& path) {
+  std::FILE* f = std::fopen(path.c_str(), "rb");
+  if (f == nullptr) return -1;
+  std::fseek(f, 0, SEEK_END);
+  long n = std::ftell(f);
+  std::fclose(f);
+  return n;
+}
+
+std::string Stem(const std::string& idx) {
+  size_t dot = idx.rfind('.');
+  size_t slash = idx.rfind('/');
+  if (dot != std::string::npos && (slash == std::string::npos || dot > slash)) return idx.substr(0, dot);
+  return idx;
+}
+
+int Usage() {
+  std::fprintf(stderr,
+               "usage: tqcomm learn [--book BOOK.idx] [--history H.his] [--list L.llr] [--date YYYY-MM-DD]\n"
+               "                    [--curve 0,1,2,4,7,15,30] [--new N]\n");
+  return 2;
+}
+
+bool ParseOptions(const Args& in, Options* o) {
+  Args args = in;
+  std::string date, curve, fresh;
+  o->sample_book = !TakeOption(&args, "--book", &o->idx);
+  if (o->sample_book) o->idx = DataDir() + "/sample.idx";
+  if (!TakeOption(&args, "--history", &o->history)) o->history = Stem(o->idx) + ".his";
+  if (!TakeOption(&args, "--list", &o->list)) o->list = Stem(o->history) + ".llr";
+  o->day = Today();
+  if (TakeOption(&args, "--date", &date) && !ParseDate(date, &o->day)) {
+    std::fprintf(stderr, "tqcomm: --date wants YYYY-MM-DD between 1900 and 2078, not %s\n", date.c_str());
+    return false;
+  }
+  std::copy(kDefaultCurve, kDefaultCurve + 7, o->curve);
+  if (TakeOption(&args, "--curve", &curve) && !ParseCurve(curve, o->curve)) {
+    std::fprintf(stderr, "tqcomm: --curve wants seven rising day offsets, as 0,1,2,4,7,15,30\n");
+    return false;
+  }
+  if (TakeOption(&args, "--new", &fresh)) {
+    char* end = nullptr;
+    long n = std::strtol(fresh.c_str(), &end, 10);
+    if (fresh.empty() || *end != '\0' || n < 0 || n > 1000) {
+      std::fprintf(stderr, "tqcomm: --new wants a number of words, 0 to 1000\n");
+      return false;
+    }
+    o->new_words = static_cast<int>(n);
+  }
+  return args.empty();
+}
+
+// Makes the history file match the book: blank records for every word
+// that has none yet.
+bool PrepareHistory(const Options& o, int words) {
+  long length = FileLengthOf(o.history);
+  if (length < 0) return vcCOrvexWizard_GenBlankHistoryFile(o.history.c_str(), words) == 1;
+  int records = static_cast<int>(length / 48);
+  if (records < words) return vcCOrvexWizard_AppendHistoryFile(o.history.c_str(), words - records) == 1;
+  return true;
+}
+
+class Session {
+ public:
+  Session(const Options& o, int book) : o_(o), book_(book) {}
+  ~Session() {
+    if (wizard_ > 0) vcCOrvexWizard_Delete(wizard_);
+  }
+
+  bool Open() {
+    if (wizard_ > 0) vcCOrvexWizard_Delete(wizard_);
+    wizard_ = vcCOrvexWizard_New();
+    if (wizard_ <= 0) return false;
+    vcCOrvexWizard_SetFileNames(wizard_, o_.history.c_str());
+    vcCOrvexWizard_SetForgetCurve(wizard_, o_.curve);
+    vcCOrvexWizard_SetLearningBook(wizard_, book_);
+    vcCOrvexWizard_SetDate(wizard_, o_.day);
+    return true;
+  }
+
+  // Today's list: the saved rest of an unfinished day, else the due words
+  // and then new ones. False when the history cannot be read.
+  bool Select() {
+    if (FileLengthOf(o_.list) > 0 && vcCOrvexWizard_LoadList(wizard_, o_.list.c_str()) > 0) {
+      std::printf("%d words left from a day not finished\n", Length());
+      return true;
+    }
+    int due = vcCOrvexWizard_GetWordsToLearn(wizard_, 1, 0);
+    if (due < 0) return false;
+    int32_t added = 0;
+    if (o_.new_words > 0 && vcCOrvexWizard_AddTodayList(wizard_, 0, 0, &added) < 0) return false;
+    if (added > o_.new_words) {
+      if (!KeepFirst(due + o_.new_words)) return false;
+      added = o_.new_words;
+    }
+    std::printf("%d words due by the curve, %d new\n", due, added);
+    return true;
+  }
+
+  // Runs the answer loop; the number of answers given.
+  int Learn() {
+    static char word[4096], expl[65536], pron[65536];
+    int answered = 0;
+    while (Length() > 0) {
+      vcCOrvexWizard_GetItemEnglish(wizard_, word, 0);
+      std::printf("\n(%d) %s\n", Length(), ForTerminal(word).c_str());
+      int result = Ask();
+      if (result == 0) break;
+      vcCOrvexWizard_GetItemPron(wizard_, pron, 0);
+      vcCOrvexWizard_GetItemChinese(wizard_, expl, 0);
+      std::printf("    %s  %s\n", ForTerminal(pron).c_str(), ForTerminal(expl).c_str());
+      vcCOrvexWizard_LearnItem(wizard_, result);
+      ++answered;
+    }
+    return answered;
+  }
+
+  // Keeps the rest of the list for later, or forgets a finished day's list.
+  int Finish() {
+    int left = Length();
+    if (left > 0) {
+      if (vcCOrvexWizard_SaveList(wizard_, o_.list.c_str()) < 0) {
+        std::fprintf(stderr, "tqcomm: cannot save the list to %s\n", o_.list.c_str());
+      }
+    } else {
+      std::remove(o_.list.c_str());
+    }
+    return left;
+  }
+
+  int Length() const { return vcCOrvexWizard_GetListLength(wizard_); }
+
+ private:
+  // The answer to the front word: 1 to 5, or 0 to stop.
+  static int Ask() {
+    for (;;) {
+      std::printf("1 right  2 wrong  3 unsure  4 known  5 right, done today  q stop > ");
+      std::fflush(stdout);
+      std::string line;
+      if (!ReadLine(&line)) {
+        std::printf("\n");
+        return 0;
+      }
+      if (line == "q" || line == "Q") return 0;
+      if (line.size() == 1 && line[0] >= '1' && line[0] <= '5') return line[0] - '0';
+      std::printf("  answer 1 to 5, or q to stop and keep the rest for later\n");
+    }
+  }
+
+  // Cuts today's list to its first n words, through a list file.
+  bool KeepFirst(int n) {
+    std::vector<int32_t> items(static_cast<size_t>(Length()) + 1);
+    vcCOrvexWizard_ExportList(wizard_, items.data());
+    std::FILE* f = std::fopen(o_.list.c_str(), "wb");
+    if (f == nullptr) return false;
+    for (int i = 0; i < n; ++i) {
+      unsigned char b[4];
+      uint32_t v = static_cast<uint32_t>(items[static_cast<size_t>(i)]);
+      for (int k = 0; k < 4; ++k) b[k] = static_cast<unsigned char>(v >> (8 * k));
+      std::fwrite(b, 1, 4, f);
+    }
+    std::fclose(f);
+    return Open() && vcCOrvexWizard_LoadList(wizard_, o_.list.c_str()) >= 0;
+  }
+
+  const Options& o_;
+  int book_;
+  int wizard_ = 0;
+};
+
+void PrintSummary(const Options& o, int answered, int left, int words) {
+  int32_t not_met = 0, learning = 0, known = 0, mastered = 0;
+  std::printf("\nanswered %d, left %d%s\n", answered, left, left > 0 ? " (kept for later)" : "");
+  if (vcCOrvexWizard_GetBookInfo(o.history.c_str(), &not_met, &learning, &known, &mastered) == 1) {
+    int relapsed = words - not_met - learning - known - mastered;
+    std::printf("words: %d not met, %d being learnt, %d known, %d mastered, %d relapsed\n", not_met, learning, known,
+                mastered, relapsed < 0 ? 0 : relapsed);
+  }
+}
+
+}  // namespace
+
+int LearnCommand(const Args& args) {
+  Options o;
+  if (!ParseOptions(args, &o)) return Usage();
+  if (o.sample_book && FileLengthOf(o.idx) <= 0) {
+    int r = ImportWordList(SampleDir() + "/words.txt", o.idx);
+    if (r != 0) return r;
+  }
+  int book = vcCOrvexBook_New();
+  vcCOrvexBook_SetBookFileName(book, o.idx.c_str(), nullptr);
+  int words = vcCOrvexBook_OpenIdx(book, "rb");
+  if (words <= 0 || vcCOrvexBook_OpenLib(book, "rb") < 0) {
+    std::fprintf(stderr, "tqcomm: cannot open the book %s\n", o.idx.c_str());
+    vcCOrvexBook_CloseIdx(book);
+    vcCOrvexBook_Delete(book);
+    return 1;
+  }
+  tqHost_SetMessageBoxHandler(AskInTerminal);
+  int status = 0;
+  {
+    char date[32];
+    vcGetDateStr(o.day, date);
+    std::printf("%s, %d words in %s\n", date, words, o.idx.c_str());
+    Session session(o, book);
+    if (!PrepareHistory(o, words) || !session.Open() || !session.Select()) {
+      std::fprintf(stderr, "tqcomm: cannot use the history file %s\n", o.history.c_str());
+      status = 1;
+    } else {
+      int answered = session.Learn();
+      int left = session.Finish();
+      PrintSummary(o, answered, left, words);
+    }
+  }
+  tqHost_SetMessageBoxHandler(nullptr);
+  vcCOrvexBook_CloseIdx(book);
+  vcCOrvexBook_CloseLib(book);
+  vcCOrvexBook_Delete(book);
+  return status;
+}
+
+}  // namespace tqcomm

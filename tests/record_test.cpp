@@ -227,15 +227,42 @@ TEST(LearningRecord, DamagedStepsStayInsideTheRecord) {
 
 TEST(Shuffle, SwapsEachElementWithAnEarlierOne) {
   std::vector<LearningRecord> two = {BlankRecord(0), BlankRecord(1)};
-  tq::ShuffleRecords(&two);
+  tq::ShuffleRecords(two.data(), two.size());
   EXPECT_EQ(two[0].itemNo, 1);  // element 1 always trades with element 0
   std::vector<LearningRecord> many;
   for (int i = 0; i < 40000; ++i) many.push_back(BlankRecord(i));
-  tq::ShuffleRecords(&many);
+  tq::ShuffleRecords(many.data(), many.size());
   std::set<int> items;
   for (const LearningRecord& r : many) items.insert(r.itemNo);
   EXPECT_EQ(items.size(), 40000u);
   EXPECT_NE(many.back().itemNo, 39999);
+}
+
+}  // namespace
+
+namespace {
+
+// The 40-percent tests use whole numbers; they must agree with the
+// floating-point division everywhere, signs and zero counts included.
+TEST(LearningRecord, FortyPercentTestsMatchTheDivision) {
+  LearningRecord r = tq::BlankRecord(0);
+  for (int shown = -120; shown <= 300; ++shown) {
+    for (int right = -50; right <= 320; ++right) {
+      r.shownCount = static_cast<int16_t>(shown);
+      r.rightCount = static_cast<int16_t>(right);
+      double pct = static_cast<double>(right) / static_cast<double>(shown) * 100.0;
+      ASSERT_EQ(tq::RightAtMost40Percent(r), pct <= 40.0) << right << "/" << shown;
+      ASSERT_EQ(tq::RightAbove40Percent(r), pct > 40.0) << right << "/" << shown;
+    }
+  }
+  for (int shown : {32767, 32765, -32768}) {
+    r.shownCount = static_cast<int16_t>(shown);
+    for (int right : {13106, 13107, 13108, -32768, 32767}) {
+      r.rightCount = static_cast<int16_t>(right);
+      double pct = static_cast<double>(right) / static_cast<double>(shown) * 100.0;
+      EXPECT_EQ(tq::RightAtMost40Percent(r), pct <= 40.0) << right << "/" << shown;
+    }
+  }
 }
 
 }  // namespace

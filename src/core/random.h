@@ -4,6 +4,7 @@
 // draws, so two calls seeded in the same second give the same order.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 
 namespace tq {
@@ -13,5 +14,8 @@ void SeedRandom(uint32_t seed);
 void SeedRandomFromClock();
 // The next draw, 0 to 32767.
 int Random15();
+// The next count draws at once, as count calls of Random15 would give them,
+// for shuffles of long arrays.
+void Random15Fill(int* out, size_t count);
 
 }  // namespace tq

@@ -1,8 +1,6 @@
 #include "learning/record.h"
 
-#include <cmath>
 #include <cstring>
-#include <limits>
 
 #include "core/random.h"
 
@@ -41,25 +39,6 @@ LearningRecord BlankRecord(int32_t item_no) {
   r.lastDate = kNeverLearnt;
   r.itemNo = item_no;
   return r;
-}
-
-double RightPercent(const LearningRecord& r) {
-  if (r.shownCount == 0) {
-    // As the floating-point division would have it: x/0 is infinite, 0/0 is
-    // not a number and so neither above nor at most any bound.
-    if (r.rightCount == 0) return std::numeric_limits<double>::quiet_NaN();
-    return r.rightCount > 0 ? std::numeric_limits<double>::infinity() : -std::numeric_limits<double>::infinity();
-  }
-  return static_cast<double>(r.rightCount) / static_cast<double>(r.shownCount) * 100.0;
-}
-
-int DueDate(const LearningRecord& r, const int32_t* curve) {
-  if (r.firstDate == kNeverLearnt || r.stepIndex >= kCurveLength) return kNeverDue;
-  // A learnt record always has a step of 1 or more; one that does not (a
-  // damaged file) is due again from the start of its pass.
-  if (r.stepIndex < 1) return r.reviewDates[0];
-  int s = r.stepIndex;
-  return static_cast<int>(static_cast<int64_t>(curve[s]) - curve[s - 1] + r.reviewDates[s - 1]);
 }
 
 bool ApplyResult(LearningRecord* r, int today, int result, const int32_t* curve) {
@@ -140,7 +119,7 @@ bool FinishedForToday(const LearningRecord& r, int today) {
   if (IsOutOfRotation(r)) return true;
   if (IsRelapsed(r) && res[0] == kYes) return true;
   const bool both_right = res[0] == kYes && res[1] == kYes;
-  if (r.firstDate != static_cast<uint16_t>(today) && r.firstDate != kNeverLearnt && RightPercent(r) > 40.0) {
+  if (r.firstDate != static_cast<uint16_t>(today) && r.firstDate != kNeverLearnt && RightAbove40Percent(r)) {
     // An older word with a good record leaves after two rights running.
     int yes = 0;
     for (int i = 0; i < 3; ++i) yes += res[i] == kYes;
@@ -196,18 +175,13 @@ bool SeekRecord(std::FILE* f, int32_t item_no) {
   return std::fseek(f, static_cast<long>(item_no) * kRecordSize, SEEK_SET) == 0;
 }
 
-bool RecordReader::Next(LearningRecord* r) {
-  if (next_ == have_) {
-    if (ended_) return false;
-    size_t got = std::fread(block_, 1, sizeof block_, f_);
-    if (got < sizeof block_) ended_ = true;
-    have_ = got / kRecordSize;
-    next_ = 0;
-    if (have_ == 0) return false;
-  }
-  std::memcpy(r, block_ + next_ * kRecordSize, kRecordSize);
-  ++next_;
-  return true;
+bool RecordReader::Refill() {
+  if (ended_) return false;
+  size_t got = std::fread(block_.get(), 1, kBlockRecords * kRecordSize, f_);
+  if (got < kBlockRecords * kRecordSize) ended_ = true;
+  have_ = got / kRecordSize;
+  next_ = 0;
+  return have_ != 0;
 }
 
 }  // namespace tq

@@ -7,6 +7,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <cstdio>
+#include <memory>
 
 #include "tqcomm2006.h"
 
@@ -48,12 +49,37 @@ inline bool IsRelapsed(const LearningRecord& r) {
   return r.attr == kAttrRelapsedKnown || r.attr == kAttrRelapsedMastered;
 }
 
-// rightCount / shownCount * 100, in floating point.
-double RightPercent(const LearningRecord& r);
+// rightCount / shownCount * 100 against 40, as a floating-point division
+// decides it (x/0 is infinite, 0/0 compares false both ways). With counts of
+// 16 bits the quotient never lies near enough to 40 percent to round across
+// it, and exactly 40 percent comes out as exactly 40, so whole numbers give
+// the same answers without a division per record.
+inline bool RightAtMost40Percent(const LearningRecord& r) {
+  const int shown = r.shownCount;
+  const int right = r.rightCount;
+  if (shown > 0) return 5 * right <= 2 * shown;
+  if (shown < 0) return 5 * right >= 2 * shown;
+  return right < 0;
+}
+inline bool RightAbove40Percent(const LearningRecord& r) {
+  const int shown = r.shownCount;
+  const int right = r.rightCount;
+  if (shown > 0) return 5 * right > 2 * shown;
+  if (shown < 0) return 5 * right < 2 * shown;
+  return right > 0;
+}
 
 // The day the next review falls due: the last review plus the next interval
 // of the curve; kNeverDue for a word never learnt or past its last step.
-int DueDate(const LearningRecord& r, const int32_t* curve);
+// (Inline: selection asks it of every record of a history file.)
+inline int DueDate(const LearningRecord& r, const int32_t* curve) {
+  if (r.firstDate == kNeverLearnt || r.stepIndex >= kCurveLength) return kNeverDue;
+  // A learnt record always has a step of 1 or more; one that does not (a
+  // damaged file) is due again from the start of its pass.
+  if (r.stepIndex < 1) return r.reviewDates[0];
+  int s = r.stepIndex;
+  return static_cast<int>(static_cast<int64_t>(curve[s]) - curve[s - 1] + r.reviewDates[s - 1]);
+}
 
 // Applies one result given on day today. With a curve, a review before the
 // due date gets no step. True when this update completed a pass of the curve.
@@ -80,13 +106,23 @@ bool SeekRecord(std::FILE* f, int32_t item_no);
 // pass, so a truncated file reads as a shorter book.
 class RecordReader {
  public:
-  explicit RecordReader(std::FILE* f) : f_(f) {}
-  bool Next(LearningRecord* r);
+  explicit RecordReader(std::FILE* f) : f_(f), block_(new LearningRecord[kBlockRecords]) {}
+  // The next record, valid until the following call; null at the end.
+  const LearningRecord* Next() {
+    if (next_ == have_ && !Refill()) return nullptr;
+    return &block_[next_++];
+  }
+  bool Next(LearningRecord* r) {
+    const LearningRecord* next = Next();
+    if (next != nullptr) *r = *next;
+    return next != nullptr;
+  }
 
  private:
-  static constexpr size_t kBlockRecords = 1024;
+  static constexpr size_t kBlockRecords = 2048;  // 192 KB
+  bool Refill();
   std::FILE* f_;
-  unsigned char block_[kBlockRecords * kRecordSize];
+  std::unique_ptr<LearningRecord[]> block_;
   size_t have_ = 0;  // records in block_
   size_t next_ = 0;
   bool ended_ = false;

@@ -1,8 +1,8 @@
 #include "learning/wizard.h"
 
+#include <algorithm>
 #include <cstdio>
 #include <cstring>
-#include <iterator>
 #include <unordered_set>
 #include <utility>
 
@@ -41,10 +41,12 @@ const char Wizard::kMasteryQuestion[] =
     "\xbd\xab\xb8\xc3\xb5\xa5\xb4\xca\xcb\xe3\xd7\xf6\xd3\xc0\xbe\xc3\xd5\xc6\xce\xd5\xc2\xf0\xa3\xbf";
 const char Wizard::kMasteryTitle[] = "\xc7\xe0\xd1\xe2\xbc\xc7\xb4\xca\xd6\xc7\xc4\xdc\xb4\xf3\xca\xa6";
 
-void ShuffleRecords(std::vector<LearningRecord>* records) {
-  std::vector<LearningRecord>& a = *records;
-  for (size_t i = 1; i < a.size(); ++i) {
-    uint64_t r = static_cast<uint64_t>(Random15());
+void ShuffleRecords(LearningRecord* a, size_t count) {
+  if (count < 2) return;
+  std::vector<int> draws(count - 1);
+  Random15Fill(draws.data(), draws.size());
+  for (size_t i = 1; i < count; ++i) {
+    uint64_t r = static_cast<uint64_t>(draws[i - 1]);
     uint64_t bound = 0x7FFF;
     while (bound < i) {
       r = (r << 15) | 0x7FFF;
@@ -52,6 +54,33 @@ void ShuffleRecords(std::vector<LearningRecord>* records) {
     }
     std::swap(a[i], a[r % i]);
   }
+}
+
+void RecordQueue::clear() {
+  items_.clear();
+  head_ = 0;
+}
+
+void RecordQueue::PopFront() {
+  ++head_;
+  if (head_ == items_.size()) {
+    clear();
+  } else if (head_ >= 4096 && head_ * 2 >= items_.size()) {
+    // Words sent to the end keep the array growing; give back the front.
+    items_.erase(items_.begin(), items_.begin() + static_cast<std::ptrdiff_t>(head_));
+    head_ = 0;
+  }
+}
+
+void RecordQueue::MoveFrontBack(size_t others) {
+  if (others + 1 >= size()) {
+    LearningRecord copy = front();
+    items_.push_back(copy);
+    PopFront();
+    return;
+  }
+  LearningRecord* first = data();
+  std::rotate(first, first + 1, first + others + 1);
 }
 
 void Wizard::SetLearningBook(int book_handle) {
@@ -65,29 +94,23 @@ void Wizard::SetForgetCurve(const int32_t* curve) {
 void Wizard::SetFileName(const char* history_path) { history_path_ = history_path ? history_path : ""; }
 
 bool Wizard::DueOrHard(const LearningRecord& r) const {
-  if (r.firstDate == kNeverLearnt) return false;
-  bool due_or_weak = DueDate(r, curve_) <= today_ || RightPercent(r) <= 40.0;
-  bool stalled = r.stepIndex == kCurveLength && r.attr == kAttrLearning;
-  bool skipped = r.skipDate == static_cast<uint16_t>(today_);
-  return (due_or_weak || stalled || IsRelapsed(r)) && !IsOutOfRotation(r) && !skipped;
+  // Chosen when (due or weak, or stalled, or relapsed) and open and not
+  // skipped today; the cheap tests go first.
+  if (r.firstDate == kNeverLearnt || IsOutOfRotation(r) || r.skipDate == static_cast<uint16_t>(today_)) return false;
+  if (IsRelapsed(r) || (r.stepIndex == kCurveLength && r.attr == kAttrLearning)) return true;
+  return DueDate(r, curve_) <= today_ || RightAtMost40Percent(r);
 }
 
-bool Wizard::Chosen(int mode, const LearningRecord& r) const {
-  switch (mode) {
-    case kModeNew:
-      return r.firstDate == kNeverLearnt;
-    case kModeDue:
-    case kModeDueInOrder:
-      return DueOrHard(r);
-    case kModeOpen:
-      return r.attr == kAttrLearning || IsRelapsed(r);
-    case kModeAll:
-      return true;
-    case kModeToday:
-      return r.firstDate == static_cast<uint16_t>(today_) && !IsOutOfRotation(r) &&
-             r.skipDate != static_cast<uint16_t>(today_);
-    default:
-      return false;
+template <class Chosen>
+void Wizard::Collect(RecordReader* reader, int limit, size_t stop_at, Chosen chosen) {
+  while (const LearningRecord* r = reader->Next()) {
+    if (chosen(*r)) {
+      list_.push_back(*r);
+      if (list_.size() == stop_at) break;
+    }
+    // limit is the highest item number considered; the record just past it
+    // has been tested already.
+    if (limit >= 1 && r->itemNo > limit) break;
   }
 }
 
@@ -95,20 +118,34 @@ int Wizard::GetWordsToLearn(int mode, int limit) {
   FileCloser file{env::Open(history_path_.c_str(), "rb")};
   if (file.f == nullptr) return -1;
   list_.clear();
-  std::vector<LearningRecord> candidates;
+  // The list is empty, so the candidates are gathered in its own array.
   RecordReader reader(file.f);
-  LearningRecord r;
-  while (reader.Next(&r)) {
-    if (Chosen(mode, r)) {
-      candidates.push_back(r);
-      if (mode == kModeNew && candidates.size() == kNewWordsPerDay) break;
-    }
-    // limit is the highest item number considered; the record just past it
-    // has been tested already.
-    if (limit >= 1 && r.itemNo > limit) break;
+  const uint16_t today = static_cast<uint16_t>(today_);
+  const size_t no_stop = 0;
+  switch (mode) {
+    case kModeNew:
+      Collect(&reader, limit, kNewWordsPerDay, [](const LearningRecord& r) { return r.firstDate == kNeverLearnt; });
+      break;
+    case kModeDue:
+    case kModeDueInOrder:
+      Collect(&reader, limit, no_stop, [this](const LearningRecord& r) { return DueOrHard(r); });
+      break;
+    case kModeOpen:
+      Collect(&reader, limit, no_stop,
+              [](const LearningRecord& r) { return r.attr == kAttrLearning || IsRelapsed(r); });
+      break;
+    case kModeAll:
+      Collect(&reader, limit, no_stop, [](const LearningRecord&) { return true; });
+      break;
+    case kModeToday:
+      Collect(&reader, limit, no_stop, [today](const LearningRecord& r) {
+        return r.firstDate == today && !IsOutOfRotation(r) && r.skipDate != today;
+      });
+      break;
+    default:
+      break;  // chooses nothing; the pass reads nothing that matters
   }
-  if (mode == kModeDue || mode == kModeOpen || mode == kModeAll) ShuffleRecords(&candidates);
-  list_.insert(list_.end(), candidates.begin(), candidates.end());
+  if (mode == kModeDue || mode == kModeOpen || mode == kModeAll) ShuffleRecords(list_.data(), list_.size());
   return ListLength();
 }
 
@@ -128,35 +165,38 @@ int Wizard::AddTodayList(int mode_flag, int limit, int32_t* added) {
   if (file.f == nullptr) return -1;
   const int allowance = NewWordAllowance(old_in_list);
   const bool add_new = (mode_flag & 0xFF) == 0;
-  std::vector<LearningRecord> taken;
+  // Taken records go straight to the end of the list; the set only holds
+  // what was there before.
+  const size_t before = list_.size();
+  auto fresh = [&in_list](int32_t item) { return in_list.empty() || in_list.count(item) == 0; };
+  auto take = [this](const LearningRecord& r, uint16_t hard_or_new) {
+    list_.push_back(r);
+    list_.back().hardOrNewFlag = hard_or_new;
+  };
   RecordReader reader(file.f);
-  LearningRecord r;
-  while (reader.Next(&r)) {
+  while (const LearningRecord* next = reader.Next()) {
+    const LearningRecord& r = *next;
     if (IsOutOfRotation(r)) continue;  // before the limit test: these never stop the pass
     if (limit >= 1 && r.itemNo > limit) break;
-    r.hardOrNewFlag = 0;
-    bool fresh = in_list.count(r.itemNo) == 0;
     if (add_new) {
       if (r.firstDate != kNeverLearnt) continue;
       if (new_in_list >= allowance) break;  // nothing more can be taken
-      r.hardOrNewFlag = 1;
-      if (fresh) {
-        taken.push_back(r);
+      if (fresh(r.itemNo)) {
+        take(r, 1);
         ++new_in_list;
       }
     } else {
-      if (r.firstDate == kNeverLearnt || !fresh) continue;
+      if (r.firstDate == kNeverLearnt) continue;
       if (limit == 0 || DueDate(r, curve_) <= today_) {
-        taken.push_back(r);
-      } else if (RightPercent(r) <= 40.0) {
-        r.hardOrNewFlag = 1;
-        taken.push_back(r);
+        if (fresh(r.itemNo)) take(r, 0);
+      } else if (RightAtMost40Percent(r)) {
+        if (fresh(r.itemNo)) take(r, 1);  // a hard word
       }
     }
   }
-  if (added != nullptr) *added = static_cast<int32_t>(taken.size());
-  if (mode_flag != 0) ShuffleRecords(&taken);  // new words keep file order
-  list_.insert(list_.end(), taken.begin(), taken.end());
+  const size_t taken = list_.size() - before;
+  if (added != nullptr) *added = static_cast<int32_t>(taken);
+  if (mode_flag != 0) ShuffleRecords(list_.data() + before, taken);  // new words keep file order
   return ListLength();
 }
 
@@ -171,17 +211,9 @@ void Wizard::WriteThrough(const LearningRecord& r) const {
 }
 
 void Wizard::MoveFrontBack() {
-  const LearningRecord& front = list_.front();
-  int distance = ReturnDistance(front);
+  int distance = ReturnDistance(list_.front());
   if (list_.size() == 1) return;  // the last word stays in front
-  if (distance < 0) {
-    list_.push_back(front);
-  } else {
-    auto place = list_.begin();
-    for (int step = 0; step <= distance && place != list_.end(); ++step) ++place;
-    list_.insert(place, front);
-  }
-  list_.pop_front();
+  list_.MoveFrontBack(distance < 0 ? list_.size() : static_cast<size_t>(distance));
 }
 
 int Wizard::LearnItem(int result) {
@@ -198,7 +230,7 @@ int Wizard::LearnItem(int result) {
   switch (result) {
     case kRight:
       if (FinishedForToday(front, day)) {
-        list_.pop_front();
+        list_.PopFront();
       } else {
         MoveFrontBack();
       }
@@ -209,7 +241,7 @@ int Wizard::LearnItem(int result) {
       break;
     case kKnown:
     case kRightDoneToday:
-      list_.pop_front();
+      list_.PopFront();
       break;
     default:
       break;
@@ -252,7 +284,7 @@ void Wizard::GetItemAttrString(int position, char* out) const {
   if (out == nullptr) return;
   out[0] = '\0';
   if (position < 0 || position >= ListLength()) return;
-  const LearningRecord& r = *std::next(list_.begin(), position);
+  const LearningRecord& r = list_.at(static_cast<size_t>(position));
   static const char kFirstDate[] = "\xb3\xf5\xbc\xc7\xc8\xd5\xc6\xda\xa3\xba";
   static const char kReviews[] = "\xb8\xb4\xcf\xb0\xb4\xce\xca\xfd\xa3\xba";
   static const char kRecent[] = "\xd7\xee\xbd\xfc\xb4\xce\xd1\xa7\xcf\xb0\xd7\xb4\xcc\xac\xa3\xba";

@@ -3,8 +3,8 @@
 // record straight back to the file.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
-#include <list>
 #include <string>
 #include <vector>
 
@@ -15,7 +15,35 @@ namespace tq {
 // For i from 1 to n-1, swaps element i with element r mod i, r a fresh draw
 // of the shared random source, widened by 15 bits of ones while i is beyond
 // its range. Does not reseed.
-void ShuffleRecords(std::vector<LearningRecord>* records);
+void ShuffleRecords(LearningRecord* records, size_t count);
+
+// Today's list: a queue of record copies. Words leave at the front and go
+// back by a few places, so it is kept as one array with a moving front: a
+// move back is a rotation of the few records it passes, and filling the
+// list from a selection is one append.
+class RecordQueue {
+ public:
+  size_t size() const { return items_.size() - head_; }
+  bool empty() const { return size() == 0; }
+  LearningRecord& front() { return items_[head_]; }
+  const LearningRecord& front() const { return items_[head_]; }
+  const LearningRecord& at(size_t i) const { return items_[head_ + i]; }
+  LearningRecord* data() { return items_.data() + head_; }
+  const LearningRecord* begin() const { return items_.data() + head_; }
+  const LearningRecord* end() const { return items_.data() + items_.size(); }
+
+  void clear();
+  void push_back(const LearningRecord& r) { items_.push_back(r); }
+  LearningRecord& back() { return items_.back(); }
+  void PopFront();
+  // Moves the front record back so that `others` records come before it;
+  // beyond the end of the queue means the end.
+  void MoveFrontBack(size_t others);
+
+ private:
+  std::vector<LearningRecord> items_;
+  size_t head_ = 0;
+};
 
 class Wizard {
  public:
@@ -51,7 +79,10 @@ class Wizard {
  private:
   enum class Field { kWord, kExplanation, kPronunciation };
   void ReadFrontField(Field field, char* out) const;
-  bool Chosen(int mode, const LearningRecord& r) const;
+  // Appends the records that chosen accepts, stopping after stop_at of
+  // them (0: no stop) or past the limit's item number.
+  template <class Chosen>
+  void Collect(RecordReader* reader, int limit, size_t stop_at, Chosen chosen);
   bool DueOrHard(const LearningRecord& r) const;
   void WriteThrough(const LearningRecord& r) const;
   // Moves the front word back after a miss, by its distance of return.
@@ -60,7 +91,7 @@ class Wizard {
   int32_t curve_[kCurveLength] = {0, 0, 0, 0, 0, 0, 0};
   int book_ = 0;
   int today_ = 0;
-  std::list<LearningRecord> list_;
+  RecordQueue list_;
   std::string history_path_;
 };
 

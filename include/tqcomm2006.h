@@ -219,6 +219,82 @@ TQ_API void TQ_CALL FreeMemory(MemoryBlock* block);
  * File and registry basics
  * ====================================================================== */
 
+/* A file time: 100-nanosecond ticks since 1601-01-01 UTC, in two halves. */
+typedef struct TqFileTime {
+  uint32_t low;
+  uint32_t high;
+} TqFileTime;
+
+/* What a search found, in the layout the front ends' platform gives it. */
+typedef struct TqFindData {
+  uint32_t attributes; /* 16 for a folder, 128 for a plain file */
+  TqFileTime creationTime;
+  TqFileTime lastAccessTime;
+  TqFileTime lastWriteTime;
+  uint32_t sizeHigh;
+  uint32_t sizeLow;
+  uint32_t reserved0;
+  uint32_t reserved1;
+  char fileName[260]; /* the name alone, without its folder */
+  char alternateName[14];
+} TqFindData;
+
+/* One directory search, owned by the caller. Fill pattern (a path whose
+ * last part may hold "*" and "?"; a folder matches too) and clear started,
+ * then call FindFile until it answers 0, then MyFindClose. */
+typedef struct FindFileState {
+  char pattern[260];
+  int32_t started;     /* 0 before the first FindFile */
+  TqFindData findData; /* the last match */
+  uint32_t findHandle; /* the open search, a number (0 = none) */
+} FindFileState;
+
+TQ_STATIC_ASSERT(offsetof(TqFindData, creationTime) == 4, "TqFindData.creationTime");
+TQ_STATIC_ASSERT(offsetof(TqFindData, lastWriteTime) == 20, "TqFindData.lastWriteTime");
+TQ_STATIC_ASSERT(offsetof(TqFindData, sizeHigh) == 28, "TqFindData.sizeHigh");
+TQ_STATIC_ASSERT(offsetof(TqFindData, fileName) == 44, "TqFindData.fileName");
+TQ_STATIC_ASSERT(offsetof(TqFindData, alternateName) == 304, "TqFindData.alternateName");
+TQ_STATIC_ASSERT(sizeof(TqFindData) == 320, "TqFindData size");
+TQ_STATIC_ASSERT(offsetof(FindFileState, started) == 260, "FindFileState.started");
+TQ_STATIC_ASSERT(offsetof(FindFileState, findData) == 264, "FindFileState.findData");
+TQ_STATIC_ASSERT(offsetof(FindFileState, findHandle) == 584, "FindFileState.findHandle");
+TQ_STATIC_ASSERT(sizeof(FindFileState) == 588, "FindFileState size");
+
+/* 1 when the path or pattern finds a file or folder, else 0. */
+TQ_API int TQ_CALL vcIfFileExist(const char* path);
+/* The next name of the search into name (260 bytes) and its length; 0 at
+ * the end. The first call starts the search and sets started. */
+TQ_API int TQ_CALL FindFile(FindFileState* record, char* name);
+/* Ends the search: 1, 0 when it had found nothing, -1 when it never started.
+ * Clears started, so the record can serve a new search. */
+TQ_API int TQ_CALL MyFindClose(FindFileState* record);
+/* The length of a file in bytes, or -1 when it will not open. */
+TQ_API int TQ_CALL vcGetFileLength(const char* path);
+/* Gives destination the access and write times of source (creation times
+ * cannot be set on Linux). 1, or 0 when either file cannot be reached. */
+TQ_API int TQ_CALL vcSetSameFileTime(const char* source, const char* destination);
+/* 1 when both files have the same last write time to the 100 ns, else 0
+ * (also when either is missing). */
+TQ_API int TQ_CALL vcIsSameTimeFiles(const char* first, const char* second);
+
+/* The registry. root is a predefined key: 2147483648 classes root,
+ * 2147483649 current user, 2147483650 local machine, 2147483651 users.
+ * Opening a key makes it, so a read of a missing value answers -1 and
+ * leaves the key created. All answer 0, or -1.
+ * On Linux the store is kept in $XDG_DATA_HOME/tqcomm/registry, or in the
+ * folder named by the environment variable TQCOMM_REGISTRY. */
+/* Up to four bytes of the value into *result (-1 when it is longer). */
+TQ_API int TQ_CALL vcGetKeyValueInt(uint32_t root, const char* key, const char* name, int32_t* result);
+/* *size is the room on the way in and the bytes read (a written string
+ * counts its zero byte) on the way out; then buffer[*size] is set to 0, so
+ * the buffer needs *size + 1 bytes. Too little room: -1, *size the need. */
+TQ_API int TQ_CALL vcGetKeyValueString(uint32_t root, const char* key, const char* name, char* buffer,
+                                       int32_t* size);
+TQ_API int TQ_CALL vcWriteKeyValueInt(uint32_t root, const char* key, const char* name, int32_t value);
+TQ_API int TQ_CALL vcWriteKeyValueString(uint32_t root, const char* key, const char* name, const char* text);
+/* -1 when there is no such value. */
+TQ_API int TQ_CALL vcDeleteKeyValue(uint32_t root, const char* key, const char* name);
+
 /* (end of file and registry basics) */
 
 /* ======================================================================

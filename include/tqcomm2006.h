@@ -325,6 +325,18 @@ TQ_API int TQ_CALL vcDeleteKeyValue(uint32_t root, const char* key, const char* 
  * Word set: vcCWordMSet_
  * ====================================================================== */
 
+/* Handles 1 to 29. Words are kept with repeats, in the order of their
+ * bytes (unsigned, the shorter first on a tie), case and all. */
+
+/* A handle with an empty set; 0 when the table is full. */
+TQ_API int TQ_CALL vcCWordMSet_New(void);
+/* Adds the word, also when it is there already; handle 0 is ignored. */
+TQ_API void TQ_CALL vcCWordMSet_AddWord(int set, const char* word);
+/* 1 when the word is in the set, else 0 (also for handle 0). */
+TQ_API int TQ_CALL vcCWordMSet_IsWordExists(int set, const char* word);
+/* Frees the set and its slot; handle 0 is ignored. */
+TQ_API void TQ_CALL vcCWordMSet_Delete(int set);
+
 /* (end of word set) */
 
 /* ======================================================================

@@ -211,7 +211,55 @@ TQ_API void TQ_CALL FreeMemory(MemoryBlock* block);
 
 /* ======================================================================
  * Word text streams: vcCEnglishTxtFile_ and the word file reader
+ *
+ * Users' own word lists in plain text. In the alternate layout an English
+ * line is followed by its Chinese meaning; in the one-line layout both
+ * stand on one line, the meaning from its part-of-speech mark ("n."), after
+ * "sth." or "sb.", or from its first Chinese character. Blank lines never
+ * count, and lines are trimmed at both ends.
  * ====================================================================== */
+
+/* Handles 1 to 19, each good for one open in the life of the process: a
+ * closed handle is not given out again, so the twentieth open answers -1.
+ * Open reads the alternate layout; OpenEx with splitLines set reads each
+ * line as one item of the one-line layout. The handle, or -1 when the table
+ * is full or the file will not open (the handle is used up all the same). */
+TQ_API int TQ_CALL vcCEnglishTxtFile_Open(const char* path);
+TQ_API int TQ_CALL vcCEnglishTxtFile_OpenEx(const char* path, int splitLines);
+/* The next item: 1, or -1 at the end of the file or for an empty handle.
+ * Both outputs are emptied first and need 4,000 bytes each. In the
+ * alternate layout an English line straight after another has no meaning,
+ * and Chinese lines before the first English line are skipped. */
+TQ_API int TQ_CALL vcCEnglishTxtFile_GetNextItem(int file, char* english, char* chinese);
+/* Closes the file; handle 0 is ignored. The handle stays used up. */
+TQ_API void TQ_CALL vcCEnglishTxtFile_Close(int file);
+
+/* The word file reader, over a record the caller owns. The buffer is the
+ * caller's too; it receives each line (at most bufferSize - 1 bytes). */
+typedef struct WordFileObj {
+  TqStream hFile;      /* the open file (0 = none) */
+  char* buffer;        /* the caller's line buffer */
+  uint32_t bufferSize; /* its size in bytes */
+} WordFileObj;
+
+TQ_STATIC_ASSERT(offsetof(WordFileObj, buffer) == sizeof(void*), "WordFileObj.buffer");
+TQ_STATIC_ASSERT(offsetof(WordFileObj, bufferSize) == 2 * sizeof(void*), "WordFileObj.bufferSize");
+TQ_STATIC_ASSERT(sizeof(WordFileObj) == 3 * sizeof(void*), "WordFileObj size");
+
+/* Opens the file for reading: 1, or -1. */
+TQ_API int TQ_CALL vcInitWordFileObj(WordFileObj* obj, const char* path, char* buffer, uint32_t bufferSize);
+/* Reads the alternate layout; word and mean need bufferSize bytes each and
+ * are emptied first. Answers the length of word for an item (mean empty
+ * when the next line is English or blank: that line is read again on the
+ * next call); 0 for a blank or Chinese line, which holds no word: call
+ * again; -1 at the end of the file, with the last word of the file still in
+ * word when no meaning follows it. */
+TQ_API int TQ_CALL vcGetNextWordFromWordFile(WordFileObj* obj, char* word, char* mean);
+/* Closes the file: 0, or -1 when none is open. */
+TQ_API int TQ_CALL vcCloseWordFileObj(WordFileObj* obj);
+/* The same routine for any record that begins with its stream number, as
+ * a WordFileObj does. */
+TQ_API int TQ_CALL vcCloseFileForVb(TqStream* record);
 
 /* (end of word text streams) */
 

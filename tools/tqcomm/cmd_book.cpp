@@ -1,5 +1,6 @@
 // tqcomm book: bring a word list into a word book, and list a book back.
 #include <cstdio>
+#include <cstring>
 #include <fstream>
 #include <string>
 #include <vector>
@@ -136,7 +137,9 @@ int List(const std::string& idx) {
   static char word[4096], expl[65536], pron[65536];
   for (int i = 0; i < count; ++i) {
     vcCOrvexBook_GetWordByNo(book, i, word, expl, pron, nullptr, nullptr, nullptr);
-    std::printf("%4d  %-16s %-18s %s\n", i, word, ForTerminal(pron).c_str(), ForTerminal(expl).c_str());
+    // A book keeps an empty pronunciation as "[]"; nothing to show.
+    std::string shown = std::strcmp(pron, "[]") == 0 ? "" : ForTerminal(pron);
+    std::printf("%4d  %-16s %-18s %s\n", i, word, shown.c_str(), ForTerminal(expl).c_str());
   }
   vcCOrvexBook_CloseIdx(book);
   vcCOrvexBook_CloseLib(book);

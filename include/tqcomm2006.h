@@ -389,7 +389,31 @@ TQ_API void TQ_CALL vcCWordMSet_Delete(int set);
 
 /* ======================================================================
  * Pages: word detail and printable quiz pages
+ *
+ * Pages are GB2312 and name their images by bare file name, so the images
+ * (cy_title.jpg, ys_title.jpg, lj_title.jpg, dy_title.jpg, bh_title.jpg,
+ * cg_title.jpg, xg_title.jpg, sound5.jpg, sound6.jpg, savesample.jpg,
+ * icon.bmp) must lie beside the page.
  * ====================================================================== */
+
+/* The detail page of a dictionary entry: lengths holds the seven section
+ * lengths and text the sections back to back, as vcCmGetAllDetails and
+ * vcEcDict_GetAllDetails give them. A section of length 0 is left out.
+ * Sections are anchored dtMean, dtEMean, dtSample, dtPhrase, dtVary,
+ * dtRoot and dtSyno. Links the front end catches: "ES"/"EN" + sentence +
+ * "$" plays a sample ("?" written "#", a double quote "~"), "A_S<n>" and
+ * "A_N<n>" save one. soundFlag 1 gives the "**" samples a sound link.
+ * outPath is created or overwritten; when it cannot be, a message goes to
+ * standard output and no page is made. */
+TQ_API void TQ_CALL vcCreateHtmlDetail(const uint32_t* lengths, const char* text, const char* outPath,
+                                       int soundFlag);
+/* A printable copy of a quiz page. blankMode 0 puts the answers of
+ * answerPath (one a line) in place of the text boxes; otherwise the boxes
+ * become blanks (numbered from 1 when numbered is set) and, if answerPath
+ * is given, the answers are listed at the foot. 1, or -1 when srcPath
+ * cannot be read or dstPath cannot be created. */
+TQ_API int TQ_CALL vcGenPrintableHtml(const char* srcPath, const char* dstPath, const char* answerPath,
+                                      int blankMode, int numbered);
 
 /* (end of pages) */
 

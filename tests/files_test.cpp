@@ -12,6 +12,7 @@
 #include <string>
 
 #include "core/registry.h"
+#include "platform/env.h"
 #include "test_util.h"
 #include "tqcomm2006.h"
 
@@ -288,6 +289,22 @@ TEST_F(RegistryTest, ValuesSurviveTheProcessAndConcurrentWriters) {
   std::string listing;
   tqtest::Run("ls -a '" + folder + "'", &listing);
   EXPECT_EQ(listing, ".\n..\n.lock\n.values\n");
+}
+
+TEST_F(RegistryTest, AFailedWriteLeavesTheOldValues) {
+  ASSERT_EQ(vcWriteKeyValueString(kCurrentUser, "K", "a", "old"), 0);
+  std::string file = store_ + "/HKEY_CURRENT_USER/k/.values";
+  std::string before = ReadFile(file);
+  // The new file never gets written: the old one stands, whole.
+  tq::env::SetOpenFaultForTesting([](const std::string& path, const char* mode) { return mode[0] == 'w'; });
+  EXPECT_EQ(vcWriteKeyValueString(kCurrentUser, "K", "a", "new"), -1);
+  EXPECT_EQ(vcWriteKeyValueInt(kCurrentUser, "K", "b", 1), -1);
+  tq::env::SetOpenFaultForTesting(nullptr);
+  EXPECT_EQ(ReadFile(file), before);
+  char buf[8];
+  int32_t size = 7;
+  ASSERT_EQ(vcGetKeyValueString(kCurrentUser, "K", "a", buf, &size), 0);
+  EXPECT_STREQ(buf, "old");
 }
 
 TEST_F(RegistryTest, ADamagedValueFileKeepsWhatPrecedesTheDamage) {

@@ -149,7 +149,7 @@ int List(const std::string& idx) {
 
 }  // namespace
 
-int ImportWordList(const std::string& file, const std::string& idx) { return Import(file, idx); }
+int ImportWordList(const std::string& file, const std::string& idx) { return Import(file, idx, Layout::kAuto); }
 
 int BookCommand(const Args& in) {
   Args args = in;

@@ -60,14 +60,10 @@ bool ReadWordList(const std::string& path, Layout layout, std::vector<Item>* ite
   return true;
 }
 
-// A history file of blank records, one per word, beside the book.
+// A history file of blank records (never learnt, numbered 0 up), one per
+// word, beside the book.
 bool WriteBlankHistory(const std::string& path, int words) {
-  std::FILE* f = std::fopen(path.c_str(), "wb");
-  if (f == nullptr) return false;
-  std::string blank(48, '\0');
-  bool ok = true;
-  for (int i = 0; i < words && ok; ++i) ok = std::fwrite(blank.data(), 1, blank.size(), f) == blank.size();
-  return std::fclose(f) == 0 && ok;
+  return vcCOrvexWizard_GenBlankHistoryFile(path.c_str(), words) == 1;
 }
 
 std::string HistoryPath(const std::string& idx) {

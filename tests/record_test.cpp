@@ -5,6 +5,7 @@
 #include <string>
 
 #include "learning/record.h"
+#include "learning_files.h"
 #include "learning/wizard.h"
 #include "test_util.h"
 
@@ -18,19 +19,11 @@ using tq::LearningRecord;
 
 const int32_t kCurve[7] = {0, 1, 2, 4, 7, 15, 30};
 
-std::string Results(const LearningRecord& r) { return std::string(r.results, strnlen(r.results, 8)); }
+using tqtest::Results;
 
 // A word first learnt on day `first`, with results newest first.
 LearningRecord Learnt(int first, const char* results, int shown, int right, int attr = tq::kAttrLearning) {
-  LearningRecord r = BlankRecord(7);
-  r.firstDate = static_cast<uint16_t>(first);
-  r.reviewDates[0] = static_cast<uint16_t>(first);
-  r.stepIndex = 1;
-  r.shownCount = static_cast<int16_t>(shown);
-  r.rightCount = static_cast<int16_t>(right);
-  r.attr = static_cast<uint16_t>(attr);
-  std::strncpy(r.results, results, 8);
-  return r;
+  return tqtest::LearntOn(7, first, shown, right, results, attr);
 }
 
 TEST(LearningRecord, BlankRecordBytes) {

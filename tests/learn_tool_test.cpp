@@ -89,4 +89,17 @@ TEST_F(LearnTool, EndOfInputKeepsTheRestForLater) {
             2);
 }
 
+TEST_F(LearnTool, MasteryQuestionIsAskedInTheTerminal) {
+  // With a flat curve every showing is a due review, so one word runs
+  // through the whole curve in a day: the seventh showing completes a pass.
+  std::string out = Learn("2\\n3\\n3\\n3\\n1\\n1\\nmaybe\\n1\\ny\\n", "--date 2026-03-01 --new 1 --curve 0,0,0,0,0,0,0");
+  EXPECT_TRUE(Has(out, "(y/n)")) << out;
+  EXPECT_TRUE(Has(out, "answered 7, left 0")) << out;
+  LearningRecord r = ReadHistory(Data("sample.his"))[0];
+  EXPECT_EQ(r.passCount, 1u);
+  EXPECT_EQ(r.stepIndex, 1);
+  EXPECT_EQ(r.attr, 3);  // mastered for good
+  EXPECT_EQ(Results(r), "YYYUUUN");
+}
+
 }  // namespace

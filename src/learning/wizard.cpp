@@ -93,13 +93,22 @@ void Wizard::SetForgetCurve(const int32_t* curve) {
 
 void Wizard::SetFileName(const char* history_path) { history_path_ = history_path ? history_path : ""; }
 
-bool Wizard::DueOrHard(const LearningRecord& r) const {
-  // Chosen when (due or weak, or stalled, or relapsed) and open and not
-  // skipped today; the cheap tests go first.
-  if (r.firstDate == kNeverLearnt || IsOutOfRotation(r) || r.skipDate == static_cast<uint16_t>(today_)) return false;
-  if (IsRelapsed(r) || (r.stepIndex == kCurveLength && r.attr == kAttrLearning)) return true;
-  return DueDate(r, curve_) <= today_ || RightAtMost40Percent(r);
-}
+namespace {
+
+// Due or hard, for the review modes: chosen when (due or weak, or stalled,
+// or relapsed) and open and not skipped today; the cheap tests go first.
+struct DueOrHard {
+  int today;
+  int32_t curve[kCurveLength];
+
+  bool operator()(const LearningRecord& r) const {
+    if (r.firstDate == kNeverLearnt || IsOutOfRotation(r) || r.skipDate == static_cast<uint16_t>(today)) return false;
+    if (IsRelapsed(r) || (r.stepIndex == kCurveLength && r.attr == kAttrLearning)) return true;
+    return DueDate(r, curve) <= today || RightAtMost40Percent(r);
+  }
+};
+
+}  // namespace
 
 template <class Chosen>
 void Wizard::Collect(RecordReader* reader, int limit, size_t stop_at, Chosen chosen) {
@@ -128,7 +137,12 @@ int Wizard::GetWordsToLearn(int mode, int limit) {
       break;
     case kModeDue:
     case kModeDueInOrder:
-      Collect(&reader, limit, no_stop, [this](const LearningRecord& r) { return DueOrHard(r); });
+      {
+        // A copy, so that the pass keeps date and curve in registers.
+        DueOrHard due{today_, {}};
+        std::memcpy(due.curve, curve_, sizeof due.curve);
+        Collect(&reader, limit, no_stop, due);
+      }
       break;
     case kModeOpen:
       Collect(&reader, limit, no_stop,
@@ -173,6 +187,9 @@ int Wizard::AddTodayList(int mode_flag, int limit, int32_t* added) {
     list_.push_back(r);
     list_.back().hardOrNewFlag = hard_or_new;
   };
+  int32_t curve[kCurveLength];  // copies, kept in registers through the pass
+  std::memcpy(curve, curve_, sizeof curve);
+  const int today = today_;
   RecordReader reader(file.f);
   while (const LearningRecord* next = reader.Next()) {
     const LearningRecord& r = *next;
@@ -187,7 +204,7 @@ int Wizard::AddTodayList(int mode_flag, int limit, int32_t* added) {
       }
     } else {
       if (r.firstDate == kNeverLearnt) continue;
-      if (limit == 0 || DueDate(r, curve_) <= today_) {
+      if (limit == 0 || DueDate(r, curve) <= today) {
         if (fresh(r.itemNo)) take(r, 0);
       } else if (RightAtMost40Percent(r)) {
         if (fresh(r.itemNo)) take(r, 1);  // a hard word

@@ -83,7 +83,6 @@ class Wizard {
   // them (0: no stop) or past the limit's item number.
   template <class Chosen>
   void Collect(RecordReader* reader, int limit, size_t stop_at, Chosen chosen);
-  bool DueOrHard(const LearningRecord& r) const;
   void WriteThrough(const LearningRecord& r) const;
   // Moves the front word back after a miss, by its distance of return.
   void MoveFrontBack();

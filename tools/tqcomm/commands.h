@@ -13,6 +13,8 @@ int BookCommand(const Args& args);
 // (learn)
 
 // (dict, lookup)
+int DictCommand(const Args& args);
+int LookupCommand(const Args& args);
 
 // (page)
 

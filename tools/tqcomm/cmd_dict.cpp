@@ -8,7 +8,8 @@
 // pronunciation may be given with or without its brackets; "-" leaves
 // section 0 without a pronunciation line. The word forms are the irregular
 // forms and go to "vary.idx" too. Related words are synonyms split by
-// commas, then optionally "#" and the antonyms. Entries of several words go
+// commas, then optionally "#" and the antonyms; a related-words field that
+// starts with "=" is stored as it stands behind the "=". Entries of several words go
 // to the expression dictionary (meaning and samples). Empty lines and lines
 // starting with "#" are skipped.
 #include <cstdio>
@@ -93,8 +94,12 @@ bool ReadTabSource(const std::string& path, std::vector<DictEntry>* entries, std
     for (int k = 1; k <= 5; ++k) e.sections[k] = Unescape(f[static_cast<size_t>(k) + 2]);
     std::string related = Unescape(f[8]);
     size_t hash = related.find('#');
-    e.sections[6] = RelatedSection(related.substr(0, hash),
-                                   hash == std::string::npos ? std::string() : related.substr(hash + 1));
+    if (!related.empty() && related[0] == '=') {
+      e.sections[6] = related.substr(1);
+    } else {
+      e.sections[6] = RelatedSection(related.substr(0, hash),
+                                     hash == std::string::npos ? std::string() : related.substr(hash + 1));
+    }
     e.forms = e.sections[4];
     e.meanLine = meaning.substr(0, meaning.find_first_of("\r\n"));
     e.grade = std::atoi(f[9].c_str());

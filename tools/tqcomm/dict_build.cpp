@@ -7,6 +7,7 @@
 #include <cstdio>
 #include <cstring>
 #include <fstream>
+#include <iterator>
 
 #include "tqcomm2006.h"
 
@@ -164,10 +165,11 @@ bool WriteDictionaries(std::vector<DictEntry> entries, const std::string& dir, B
   // The compact indexes point into the same libraries, under their own names.
   for (const char* name : {"hmorec", "hmorexp"}) {
     std::ifstream from(lib_dir + "/" + name + ".lib", std::ios::binary);
+    std::string bytes((std::istreambuf_iterator<char>(from)), std::istreambuf_iterator<char>());
     std::ofstream to(lib_dir + "/" + (std::string(name) == "hmorec" ? "vlkdictec" : "vlkdictexp") + ".lib",
                      std::ios::binary);
-    to << from.rdbuf();
-    if (!to) {
+    to.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
+    if (!from || !to) {
       *error = "cannot write the compact libraries";
       return false;
     }

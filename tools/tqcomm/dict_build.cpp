@@ -138,7 +138,7 @@ bool WriteDictionaries(std::vector<DictEntry> entries, const std::string& dir, B
       std::memcpy(&rec[0], e.word.data(), e.word.size());
       Put32(&rec, 64, at);
       Put32(&rec, 68, lengths[0]);
-      Put32(&rec, 72, 21u << 16);
+      // The grade field stays 0 (read as 21), as the conversion leaves it.
       Put32(&rec, 76, lengths[2]);
       Encipher(&rec, 64, 32, ecx_idx.size() + 64);
       ecx_idx.Write(rec);

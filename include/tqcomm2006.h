@@ -211,13 +211,137 @@ TQ_API void TQ_CALL FreeMemory(MemoryBlock* block);
 
 /* ======================================================================
  * Word text streams: vcCEnglishTxtFile_ and the word file reader
+ *
+ * Users' own word lists in plain text. In the alternate layout an English
+ * line is followed by its Chinese meaning; in the one-line layout both
+ * stand on one line, the meaning from its part-of-speech mark ("n."), after
+ * "sth." or "sb.", or from its first Chinese character. Blank lines never
+ * count, and lines are trimmed at both ends.
  * ====================================================================== */
+
+/* Handles 1 to 19, each good for one open in the life of the process: a
+ * closed handle is not given out again, so the twentieth open answers -1.
+ * Open reads the alternate layout; OpenEx with splitLines set reads each
+ * line as one item of the one-line layout. The handle, or -1 when the table
+ * is full or the file will not open (the handle is used up all the same). */
+TQ_API int TQ_CALL vcCEnglishTxtFile_Open(const char* path);
+TQ_API int TQ_CALL vcCEnglishTxtFile_OpenEx(const char* path, int splitLines);
+/* The next item: 1, or -1 at the end of the file or for an empty handle.
+ * Both outputs are emptied first and need 4,000 bytes each. In the
+ * alternate layout an English line straight after another has no meaning,
+ * and Chinese lines before the first English line are skipped. */
+TQ_API int TQ_CALL vcCEnglishTxtFile_GetNextItem(int file, char* english, char* chinese);
+/* Closes the file; handle 0 is ignored. The handle stays used up. */
+TQ_API void TQ_CALL vcCEnglishTxtFile_Close(int file);
+
+/* The word file reader, over a record the caller owns. The buffer is the
+ * caller's too; it receives each line (at most bufferSize - 1 bytes). */
+typedef struct WordFileObj {
+  TqStream hFile;      /* the open file (0 = none) */
+  char* buffer;        /* the caller's line buffer */
+  uint32_t bufferSize; /* its size in bytes */
+} WordFileObj;
+
+TQ_STATIC_ASSERT(offsetof(WordFileObj, buffer) == sizeof(void*), "WordFileObj.buffer");
+TQ_STATIC_ASSERT(offsetof(WordFileObj, bufferSize) == 2 * sizeof(void*), "WordFileObj.bufferSize");
+TQ_STATIC_ASSERT(sizeof(WordFileObj) == 3 * sizeof(void*), "WordFileObj size");
+
+/* Opens the file for reading: 1, or -1. */
+TQ_API int TQ_CALL vcInitWordFileObj(WordFileObj* obj, const char* path, char* buffer, uint32_t bufferSize);
+/* Reads the alternate layout; word and mean need bufferSize bytes each and
+ * are emptied first. Answers the length of word for an item (mean empty
+ * when the next line is English or blank: that line is read again on the
+ * next call); 0 for a blank or Chinese line, which holds no word: call
+ * again; -1 at the end of the file, with the last word of the file still in
+ * word when no meaning follows it. */
+TQ_API int TQ_CALL vcGetNextWordFromWordFile(WordFileObj* obj, char* word, char* mean);
+/* Closes the file: 0, or -1 when none is open. */
+TQ_API int TQ_CALL vcCloseWordFileObj(WordFileObj* obj);
+/* The same routine for any record that begins with its stream number, as
+ * a WordFileObj does. */
+TQ_API int TQ_CALL vcCloseFileForVb(TqStream* record);
 
 /* (end of word text streams) */
 
 /* ======================================================================
  * File and registry basics
  * ====================================================================== */
+
+/* A file time: 100-nanosecond ticks since 1601-01-01 UTC, in two halves. */
+typedef struct TqFileTime {
+  uint32_t low;
+  uint32_t high;
+} TqFileTime;
+
+/* What a search found, in the layout the front ends' platform gives it. */
+typedef struct TqFindData {
+  uint32_t attributes; /* 16 for a folder, 128 for a plain file */
+  TqFileTime creationTime;
+  TqFileTime lastAccessTime;
+  TqFileTime lastWriteTime;
+  uint32_t sizeHigh;
+  uint32_t sizeLow;
+  uint32_t reserved0;
+  uint32_t reserved1;
+  char fileName[260]; /* the name alone, without its folder */
+  char alternateName[14];
+} TqFindData;
+
+/* One directory search, owned by the caller. Fill pattern (a path whose
+ * last part may hold "*" and "?"; a folder matches too) and clear started,
+ * then call FindFile until it answers 0, then MyFindClose. */
+typedef struct FindFileState {
+  char pattern[260];
+  int32_t started;     /* 0 before the first FindFile */
+  TqFindData findData; /* the last match */
+  uint32_t findHandle; /* the open search, a number (0 = none) */
+} FindFileState;
+
+TQ_STATIC_ASSERT(offsetof(TqFindData, creationTime) == 4, "TqFindData.creationTime");
+TQ_STATIC_ASSERT(offsetof(TqFindData, lastWriteTime) == 20, "TqFindData.lastWriteTime");
+TQ_STATIC_ASSERT(offsetof(TqFindData, sizeHigh) == 28, "TqFindData.sizeHigh");
+TQ_STATIC_ASSERT(offsetof(TqFindData, fileName) == 44, "TqFindData.fileName");
+TQ_STATIC_ASSERT(offsetof(TqFindData, alternateName) == 304, "TqFindData.alternateName");
+TQ_STATIC_ASSERT(sizeof(TqFindData) == 320, "TqFindData size");
+TQ_STATIC_ASSERT(offsetof(FindFileState, started) == 260, "FindFileState.started");
+TQ_STATIC_ASSERT(offsetof(FindFileState, findData) == 264, "FindFileState.findData");
+TQ_STATIC_ASSERT(offsetof(FindFileState, findHandle) == 584, "FindFileState.findHandle");
+TQ_STATIC_ASSERT(sizeof(FindFileState) == 588, "FindFileState size");
+
+/* 1 when the path or pattern finds a file or folder, else 0. */
+TQ_API int TQ_CALL vcIfFileExist(const char* path);
+/* The next name of the search into name (260 bytes) and its length; 0 at
+ * the end. The first call starts the search and sets started. */
+TQ_API int TQ_CALL FindFile(FindFileState* record, char* name);
+/* Ends the search: 1, 0 when it had found nothing, -1 when it never started.
+ * Clears started, so the record can serve a new search. */
+TQ_API int TQ_CALL MyFindClose(FindFileState* record);
+/* The length of a file in bytes, or -1 when it will not open. */
+TQ_API int TQ_CALL vcGetFileLength(const char* path);
+/* Gives destination the access and write times of source (creation times
+ * cannot be set on Linux). 1, or 0 when either file cannot be reached. */
+TQ_API int TQ_CALL vcSetSameFileTime(const char* source, const char* destination);
+/* 1 when both files have the same last write time to the 100 ns, else 0
+ * (also when either is missing). */
+TQ_API int TQ_CALL vcIsSameTimeFiles(const char* first, const char* second);
+
+/* The registry. root is a predefined key: 2147483648 classes root,
+ * 2147483649 current user, 2147483650 local machine, 2147483651 users.
+ * Opening a key makes it, so a read of a missing value answers -1 and
+ * leaves the key created. All answer 0, or -1.
+ * On Linux the store is kept in $XDG_DATA_HOME/tqcomm/registry, or in the
+ * folder named by the environment variable TQCOMM_REGISTRY. */
+/* Up to four bytes of the value into *result (-1 when it is longer). */
+TQ_API int TQ_CALL vcGetKeyValueInt(uint32_t root, const char* key, const char* name, int32_t* result);
+/* *size is the room on the way in and the bytes read (a written string
+ * counts its zero byte) on the way out; then buffer[*size] is set to 0, so
+ * the buffer needs *size + 1 bytes. Too little room: -1, *size the need. */
+TQ_API int TQ_CALL vcGetKeyValueString(uint32_t root, const char* key, const char* name, char* buffer,
+                                       int32_t* size);
+TQ_API int TQ_CALL vcWriteKeyValueInt(uint32_t root, const char* key, const char* name, int32_t value);
+TQ_API int TQ_CALL vcWriteKeyValueString(uint32_t root, const char* key, const char* name, const char* text);
+/* -1 when there is no such value. */
+TQ_API int TQ_CALL vcDeleteKeyValue(uint32_t root, const char* key, const char* name);
 
 /* (end of file and registry basics) */
 
@@ -457,11 +581,47 @@ TQ_API int TQ_CALL vcCmAppendMean(MeanLibObject* meanLib, int wordDict, int expr
  * Word set: vcCWordMSet_
  * ====================================================================== */
 
+/* Handles 1 to 29. Words are kept with repeats, in the order of their
+ * bytes (unsigned, the shorter first on a tie), case and all. */
+
+/* A handle with an empty set; 0 when the table is full. */
+TQ_API int TQ_CALL vcCWordMSet_New(void);
+/* Adds the word, also when it is there already; handle 0 is ignored. */
+TQ_API void TQ_CALL vcCWordMSet_AddWord(int set, const char* word);
+/* 1 when the word is in the set, else 0 (also for handle 0). */
+TQ_API int TQ_CALL vcCWordMSet_IsWordExists(int set, const char* word);
+/* Frees the set and its slot; handle 0 is ignored. */
+TQ_API void TQ_CALL vcCWordMSet_Delete(int set);
+
 /* (end of word set) */
 
 /* ======================================================================
  * Pages: word detail and printable quiz pages
+ *
+ * Pages are GB2312 and name their images by bare file name, so the images
+ * (cy_title.jpg, ys_title.jpg, lj_title.jpg, dy_title.jpg, bh_title.jpg,
+ * cg_title.jpg, xg_title.jpg, sound5.jpg, sound6.jpg, savesample.jpg,
+ * icon.bmp) must lie beside the page.
  * ====================================================================== */
+
+/* The detail page of a dictionary entry: lengths holds the seven section
+ * lengths and text the sections back to back, as vcCmGetAllDetails and
+ * vcEcDict_GetAllDetails give them. A section of length 0 is left out.
+ * Sections are anchored dtMean, dtEMean, dtSample, dtPhrase, dtVary,
+ * dtRoot and dtSyno. Links the front end catches: "ES"/"EN" + sentence +
+ * "$" plays a sample ("?" written "#", a double quote "~"), "A_S<n>" and
+ * "A_N<n>" save one. soundFlag 1 gives the "**" samples a sound link.
+ * outPath is created or overwritten; when it cannot be, a message goes to
+ * standard output and no page is made. */
+TQ_API void TQ_CALL vcCreateHtmlDetail(const uint32_t* lengths, const char* text, const char* outPath,
+                                       int soundFlag);
+/* A printable copy of a quiz page. blankMode 0 puts the answers of
+ * answerPath (one a line) in place of the text boxes; otherwise the boxes
+ * become blanks (numbered from 1 when numbered is set) and, if answerPath
+ * is given, the answers are listed at the foot. 1, or -1 when srcPath
+ * cannot be read or dstPath cannot be created. */
+TQ_API int TQ_CALL vcGenPrintableHtml(const char* srcPath, const char* dstPath, const char* answerPath,
+                                      int blankMode, int numbered);
 
 /* (end of pages) */
 

@@ -77,6 +77,9 @@ TEST(Wrapping, BreakLineAtBlanksAndBetweenCharacters) {
   EXPECT_EQ(wrap(four, 4, &len), G("一二") + "\r\n" + G("三四") + "\r\n");
   // ...but not in front of a CR.
   EXPECT_EQ(wrap(G("一二") + "\r\n", 4, &len), G("一二") + "\r\n");
+  // The lowest widths break at every blank and behind every character.
+  EXPECT_EQ(wrap("a b", INT32_MIN, &len), "a\r\nb");
+  EXPECT_EQ(wrap("a b", INT32_MAX, &len), "a b");
   EXPECT_EQ(BreakLine(nullptr, 10), 0);
   char empty[1] = "";
   EXPECT_EQ(BreakLine(empty, 10), 0);

@@ -94,6 +94,9 @@ int BreakLine(char* s, int width) {
   out.reserve(len * 2);
   int column = 0;
   bool second_half = false;
+  // Widths come from the caller unchecked; the margin is taken in 64 bits
+  // so that the lowest width cannot overflow.
+  const int64_t margin = static_cast<int64_t>(width) - 2;
   for (size_t i = 0; i < len; ++i) {
     char c = s[i];
     unsigned char u = static_cast<unsigned char>(c);
@@ -107,7 +110,7 @@ int BreakLine(char* s, int width) {
       second_half = false;
     } else if (c == ' ') {
       // A blank takes no column of its own; it is where English may break.
-      if (column < width - 2) {
+      if (column < margin) {
         out.push_back(c);
       } else {
         out += "\r\n";
@@ -120,7 +123,7 @@ int BreakLine(char* s, int width) {
     } else {
       second_half = false;
       out.push_back(c);
-      if (column < width - 2 || s[i + 1] == '\r') {
+      if (column < margin || s[i + 1] == '\r') {
         ++column;
       } else {
         out += "\r\n";

@@ -1,5 +1,6 @@
 // tqcomm book: bring a word list into a word book, and list a book back.
 #include <cstdio>
+#include <cstring>
 #include <fstream>
 #include <string>
 #include <vector>
@@ -14,52 +15,83 @@ struct Item {
   std::string word, pron, meaning;
 };
 
-bool IsAscii(const std::string& s) {
-  for (unsigned char c : s) {
-    if (c >= 128) return false;
+enum class Layout { kAuto, kAlternate, kOneLine };
+
+// An English item may carry its pronunciation in brackets: "able ['eibl]".
+Item MakeItem(const std::string& english, const std::string& meaning) {
+  Item item;
+  size_t open = english.find('[');
+  item.word = english.substr(0, open);
+  item.word.erase(item.word.find_last_not_of(" \t") + 1);
+  if (open != std::string::npos) item.pron = english.substr(open);
+  item.meaning = meaning;
+  return item;
+}
+
+// Every item of a word list read in one layout, through the library's own
+// reader; false when the file will not open.
+bool ReadItems(const std::string& path, bool oneLine, std::vector<Item>* items) {
+  int file = vcCEnglishTxtFile_OpenEx(path.c_str(), oneLine ? 1 : 0);
+  if (file < 0) return false;
+  static char english[4000], chinese[4000];
+  while (vcCEnglishTxtFile_GetNextItem(file, english, chinese) == 1) {
+    Item item = MakeItem(english, chinese);
+    if (!item.word.empty()) items->push_back(item);
   }
+  vcCEnglishTxtFile_Close(file);
   return true;
 }
 
-std::string Trim(const std::string& s) {
-  size_t b = s.find_first_not_of(" \t\r\n");
-  if (b == std::string::npos) return "";
-  size_t e = s.find_last_not_of(" \t\r\n");
-  return s.substr(b, e - b + 1);
+size_t WithMeaning(const std::vector<Item>& items) {
+  size_t n = 0;
+  for (const Item& it : items) n += it.meaning.empty() ? 0 : 1;
+  return n;
 }
 
-// A word list has the English item on one line and its meaning on the next;
-// an English item may carry its pronunciation in brackets.
-bool ReadWordList(const std::string& path, std::vector<Item>* items) {
-  std::ifstream in(path, std::ios::binary);
-  if (!in) return false;
-  std::string line;
-  Item* last = nullptr;
-  while (std::getline(in, line)) {
-    line = Trim(line);
-    if (line.empty()) continue;
-    if (IsAscii(line)) {
-      Item item;
-      size_t open = line.find('[');
-      item.word = Trim(line.substr(0, open));
-      if (open != std::string::npos) item.pron = line.substr(open);
-      items->push_back(item);
-      last = &items->back();
-    } else if (last != nullptr && last->meaning.empty()) {
-      last->meaning = line;
-    }
-  }
+// Reads a word list in the layout asked for, or else in the layout that
+// pairs more words with a meaning: a list of alternate lines read as one
+// line per entry gives words without meanings, and the other way round the
+// entries are not English lines at all.
+bool ReadWordList(const std::string& path, Layout layout, std::vector<Item>* items) {
+  if (layout != Layout::kAuto) return ReadItems(path, layout == Layout::kOneLine, items);
+  std::vector<Item> alternate, oneLine;
+  if (!ReadItems(path, false, &alternate) || !ReadItems(path, true, &oneLine)) return false;
+  *items = WithMeaning(oneLine) > WithMeaning(alternate) ? oneLine : alternate;
   return true;
 }
 
-int Import(const std::string& file, const std::string& idx) {
+// A history file of blank records, one per word, beside the book.
+bool WriteBlankHistory(const std::string& path, int words) {
+  std::FILE* f = std::fopen(path.c_str(), "wb");
+  if (f == nullptr) return false;
+  std::string blank(48, '\0');
+  bool ok = true;
+  for (int i = 0; i < words && ok; ++i) ok = std::fwrite(blank.data(), 1, blank.size(), f) == blank.size();
+  return std::fclose(f) == 0 && ok;
+}
+
+std::string HistoryPath(const std::string& idx) {
+  size_t dot = idx.rfind('.');
+  size_t slash = idx.rfind('/');
+  if (dot == std::string::npos || (slash != std::string::npos && dot < slash)) return idx + ".his";
+  return idx.substr(0, dot) + ".his";
+}
+
+int Import(const std::string& file, const std::string& idx, Layout layout) {
   std::vector<Item> items;
-  if (!ReadWordList(file, &items)) {
-    std::fprintf(stderr, "tqcomm: cannot open %s\n", file.c_str());
+  if (vcIfFileExist(file.c_str()) != 1) {
+    std::fprintf(stderr, "tqcomm: there is no file %s\n", file.c_str());
+    return 1;
+  }
+  if (!ReadWordList(file, layout, &items)) {
+    std::fprintf(stderr, "tqcomm: cannot read %s\n", file.c_str());
     return 1;
   }
   if (items.empty()) {
-    std::fprintf(stderr, "tqcomm: %s holds no English item\n", file.c_str());
+    std::fprintf(stderr,
+                 "tqcomm: %s holds no English item (a word list has an English word or phrase on a line, "
+                 "with its Chinese meaning on the next line or behind it on the same line)\n",
+                 file.c_str());
     return 1;
   }
   std::remove(idx.c_str());
@@ -83,6 +115,11 @@ int Import(const std::string& file, const std::string& idx) {
     ++added;
   }
   vcCOrvexBook_Delete(book);
+  std::string history = HistoryPath(idx);
+  if (!WriteBlankHistory(history, added)) {
+    std::fprintf(stderr, "tqcomm: cannot write the history file %s\n", history.c_str());
+    return 1;
+  }
   std::printf("%d words -> %s\n", added, idx.c_str());
   return 0;
 }
@@ -100,7 +137,9 @@ int List(const std::string& idx) {
   static char word[4096], expl[65536], pron[65536];
   for (int i = 0; i < count; ++i) {
     vcCOrvexBook_GetWordByNo(book, i, word, expl, pron, nullptr, nullptr, nullptr);
-    std::printf("%4d  %-16s %-18s %s\n", i, word, ForTerminal(pron).c_str(), ForTerminal(expl).c_str());
+    // A book keeps an empty pronunciation as "[]"; nothing to show.
+    std::string shown = std::strcmp(pron, "[]") == 0 ? "" : ForTerminal(pron);
+    std::printf("%4d  %-16s %-18s %s\n", i, word, shown.c_str(), ForTerminal(expl).c_str());
   }
   vcCOrvexBook_CloseIdx(book);
   vcCOrvexBook_CloseLib(book);
@@ -114,13 +153,25 @@ int BookCommand(const Args& in) {
   Args args = in;
   std::string idx = DataDir() + "/sample.idx";
   TakeOption(&args, "--book", &idx);
-  if (args.size() == 2 && args[0] == "import") return Import(args[1], idx);
+  std::string layoutName = "auto";
+  TakeOption(&args, "--layout", &layoutName);
+  Layout layout = Layout::kAuto;
+  if (layoutName == "alternate") {
+    layout = Layout::kAlternate;
+  } else if (layoutName == "one-line") {
+    layout = Layout::kOneLine;
+  } else if (layoutName != "auto") {
+    args.clear();  // falls to the usage below
+  }
+  if (args.size() == 2 && args[0] == "import") return Import(args[1], idx, layout);
   if (args.size() == 1 && args[0] == "list") return List(idx);
   if (args.size() == 1 && args[0] == "sample") {
-    int r = Import(SampleDir() + "/words.txt", idx);
+    int r = Import(SampleDir() + "/words.txt", idx, Layout::kAlternate);
     return r != 0 ? r : List(idx);
   }
-  std::fprintf(stderr, "usage: tqcomm book import FILE|list|sample [--book BOOK.idx]\n");
+  std::fprintf(stderr,
+               "usage: tqcomm book import FILE [--layout auto|alternate|one-line] | list | sample "
+               "[--book BOOK.idx]\n");
   return 2;
 }
 

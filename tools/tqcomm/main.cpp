@@ -99,7 +99,8 @@ struct Command {
 };
 
 const Command kCommands[] = {
-    {"book", tqcomm::BookCommand, "book import FILE [--book BOOK.idx] | book list [--book BOOK.idx]"},
+    {"book", tqcomm::BookCommand,
+     "book import FILE [--layout auto|alternate|one-line] [--book BOOK.idx] | book list [--book BOOK.idx]"},
     // (learn)
 
     // (dict, lookup)

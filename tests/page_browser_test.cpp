@@ -1,0 +1,219 @@
+// The pages in a real browser: headless Chromium opens a word detail page
+// and a printable quiz page, and a script in the page (tests/browser/
+// page_check.js) reports what a front end's script would find there: the
+// text decoded as GB2312, every section anchor, sound links that give back
+// their sample sentences, images beside the page. Skipped only where no
+// Chromium can be found.
+#include <gtest/gtest.h>
+#include <unistd.h>
+
+#include <cctype>
+#include <cstdio>
+#include <cstdlib>
+#include <sstream>
+#include <string>
+#include <vector>
+
+#include "test_util.h"
+#include "tqcomm2006.h"
+
+using tqtest::G;
+using tqtest::ReadFile;
+using tqtest::WriteFile;
+
+namespace {
+
+const char* const kImages[] = {"cy_title.jpg", "ys_title.jpg", "lj_title.jpg", "dy_title.jpg",
+                               "bh_title.jpg", "cg_title.jpg", "xg_title.jpg", "sound5.jpg",
+                               "sound6.jpg",   "savesample.jpg", "icon.bmp"};
+
+std::string FindChromium() {
+  const char* given = std::getenv("TQ_CHROMIUM");
+  if (given != nullptr && *given != '\0') return given;
+  const char* path = std::getenv("PATH");
+  std::stringstream dirs(path ? path : "/usr/bin:/bin");
+  std::string dir;
+  while (std::getline(dirs, dir, ':')) {
+    for (const char* name : {"chromium", "chromium-browser", "google-chrome", "google-chrome-stable"}) {
+      std::string candidate = dir + "/" + name;
+      if (access(candidate.c_str(), X_OK) == 0) return candidate;
+    }
+  }
+  return "";
+}
+
+std::string PercentEncode(const std::string& s) {
+  static const char kHex[] = "0123456789ABCDEF";
+  std::string out;
+  for (unsigned char c : s) {
+    if (std::isalnum(c) || c == '-' || c == '_' || c == '.' || c == '~') {
+      out += static_cast<char>(c);
+    } else {
+      out += '%';
+      out += kHex[c >> 4];
+      out += kHex[c & 15];
+    }
+  }
+  return out;
+}
+
+std::string PercentDecode(const std::string& s) {
+  std::string out;
+  for (size_t i = 0; i < s.size(); ++i) {
+    if (s[i] == '%' && i + 2 < s.size()) {
+      out += static_cast<char>(std::stoi(s.substr(i + 1, 2), nullptr, 16));
+      i += 2;
+    } else {
+      out += s[i];
+    }
+  }
+  return out;
+}
+
+// The script's findings, as "kind rest" lines.
+struct Findings {
+  std::vector<std::string> fails, sounds, saves;
+  std::string charset;
+  bool done = false;
+};
+
+class PageBrowserTest : public tqtest::TempDirTest {
+ protected:
+  void SetUp() override {
+    TempDirTest::SetUp();
+    chromium_ = FindChromium();
+    if (chromium_.empty()) {
+      GTEST_SKIP() << "Chromium not found (Debian package chromium, see scripts/packages.txt; or set "
+                      "TQ_CHROMIUM): the pages were not checked in a browser";
+    }
+    for (const char* image : kImages) {
+      WriteFile(image, ReadFile(std::string(TQ_SOURCE_DIR) + "/data/html/" + image));
+    }
+  }
+
+  // Runs headless Chromium on a local page with a fresh profile, no network
+  // and a time limit; its standard output.
+  std::string Chromium(const std::string& what, const std::string& page) {
+    std::string profile = Path("profile-" + std::to_string(runs_++));
+    std::string cmd = "timeout -k 5 120 '" + chromium_ +
+                      "' --headless --no-sandbox --disable-gpu --disable-background-networking --no-first-run"
+                      " --disable-component-update --disable-sync --disable-extensions --disable-default-apps"
+                      " --no-default-browser-check --user-data-dir='" + profile + "' " + what + " 'file://" +
+                      Path(page) + "' 2>>'" + Path("chromium.log") + "'";
+    std::string out;
+    int status = tqtest::Run(cmd, &out);
+    EXPECT_EQ(status, 0) << cmd << "\n" << ReadFile(Path("chromium.log"));
+    return out;
+  }
+
+  // Opens a copy of the page with the checking script behind it, and reads
+  // back what the script found.
+  Findings Check(const std::string& page, const std::string& expect_json) {
+    std::string copy = "check-" + page;
+    WriteFile(copy, ReadFile(page) + "<script>window.TQ_EXPECT = " + expect_json + ";</script>\r\n<script>" +
+                        ReadFile(std::string(TQ_SOURCE_DIR) + "/tests/browser/page_check.js") + "</script>\r\n");
+    std::string dom = Chromium("--dump-dom", copy);
+    Findings f;
+    size_t at = dom.rfind("<pre id=\"tq-check\">");  // the script itself names it too
+    EXPECT_NE(at, std::string::npos) << "the script left no findings:\n" << dom.substr(0, 2000);
+    if (at == std::string::npos) return f;
+    std::stringstream lines(dom.substr(at, dom.find("</pre>", at) - at));
+    std::string line;
+    while (std::getline(lines, line)) {
+      std::string kind = line.substr(0, line.find(' '));
+      std::string rest = line.find(' ') == std::string::npos ? "" : line.substr(line.find(' ') + 1);
+      if (kind == "fail") f.fails.push_back(rest);
+      if (kind == "sound") f.sounds.push_back(PercentDecode(rest));
+      if (kind == "save") f.saves.push_back(rest);
+      if (kind == "charset") f.charset = rest;
+      if (kind == "done") f.done = true;
+    }
+    return f;
+  }
+
+  std::string Texts(const std::vector<std::string>& utf8) {
+    std::string json = "[";
+    for (const std::string& t : utf8) json += (json.size() > 1 ? ",\"" : "\"") + PercentEncode(t) + "\"";
+    return json + "]";
+  }
+
+  std::string chromium_;
+  int runs_ = 0;
+};
+
+TEST_F(PageBrowserTest, DetailPageRendersWithEveryAnchorAndSoundLink) {
+  const std::vector<std::string> sentences = {"I go running every morning.", "Is the tap still \"running\"?",
+                                              "Who is running the shop?"};
+  std::vector<std::string> sections = {
+      G(u8"[ 'rAniN ]\r\nn. 跑步, 赛跑\r\n  adj. 跑着的; 连续的\r\n"),
+      "  the action of moving fast on foot\r\n  (of water) flowing\r\n",
+      "*#" + sentences[0] + "\r\n--" + G(u8"我每天早上去跑步。") + "\r\n" + "*#" + sentences[1] + "\r\n--" +
+          G(u8"水龙头还开着吗？") + "\r\n" + "**" + sentences[2] + "\r\n--" + G(u8"谁在经营这家店？") + "\r\n",
+      G(u8"running water 自来水\r\nin the running 有获胜希望\r\nrunning ┄ out 1.用完\r\n"),
+      "run, ran, run, running\r\n",
+      G(u8"词根：run 跑\r\nrunner 跑步者\r\n"),
+      G(u8"同义词：jogging, racing\r\n反义词：walking\r\n"),
+  };
+  uint32_t lengths[7];
+  std::string text;
+  for (int k = 0; k < 7; ++k) {
+    lengths[k] = static_cast<uint32_t>(sections[k].size());
+    text += sections[k];
+  }
+  vcCreateHtmlDetail(lengths, text.c_str(), "detail.htm", 1);
+
+  Findings f = Check("detail.htm",
+                     "{\"anchors\": [\"dtMean\", \"dtEMean\", \"dtSample\", \"dtPhrase\", \"dtVary\", \"dtRoot\", "
+                     "\"dtSyno\"], \"texts\": " +
+                         Texts({u8"跑步, 赛跑", u8"我每天早上去跑步。", u8"水龙头还开着吗？", u8"自来水",
+                                u8"running ┄ out", u8"词根：run 跑", u8"反义词：walking"}) +
+                         "}");
+  EXPECT_TRUE(f.done);
+  EXPECT_EQ(f.charset, "GBK");
+  EXPECT_EQ(f.fails, std::vector<std::string>());
+  // The front end turns a sound address back into its sentence with the
+  // library's own vcRestoreUrlSentence.
+  ASSERT_EQ(f.sounds.size(), 3u);
+  for (size_t i = 0; i < f.sounds.size(); ++i) {
+    std::string address = G(f.sounds[i]);
+    EXPECT_EQ(address.substr(0, 2), i < 2 ? "ES" : "EN");
+    ASSERT_EQ(address.back(), '$');
+    std::string sentence = address.substr(2, address.size() - 3);
+    vcRestoreUrlSentence(sentence.data());
+    EXPECT_EQ(sentence, sentences[i]);
+  }
+  EXPECT_EQ(f.saves, (std::vector<std::string>{"A_S0", "A_S1", "A_N0"}));
+
+  // A picture of the page, kept beside the build for a person to look at.
+  std::string shot = std::string(TQ_BINARY_DIR) + "/browser_check/detail.png";
+  ASSERT_EQ(tqtest::Run("mkdir -p '" + std::string(TQ_BINARY_DIR) + "/browser_check' && rm -f '" + shot + "'",
+                        nullptr),
+            0);
+  Chromium("--hide-scrollbars --window-size=720,1000 --screenshot='" + shot + "'", "detail.htm");
+  EXPECT_EQ(ReadFile(shot).substr(0, 8), "\x89PNG\r\n\x1a\n");
+}
+
+TEST_F(PageBrowserTest, PrintablePageRendersWithoutTextBoxes) {
+  auto Box = [&](int n) {
+    char id[8];
+    std::snprintf(id, sizeof id, "%03d", n);
+    return "<input type=\"text\" id=\"Blk001-" + std::string(id) + "\" size=\"12\" style=\"border: 1px solid #008000\">";
+  };
+  WriteFile("quiz.htm", "<html>\r\n<head>\r\n<meta http-equiv=\"Content-Type\" content=\"text/html; charset=gb2312\">\r\n"
+                        "<title>" + G(u8"填空") + "</title>\r\n</head>\r\n<body>\r\n"
+                        "<p>1. " + G(u8"他每天早上去") + " " + Box(1) + " (run)</p>\r\n"
+                        "<p>2. The tap is still " + Box(2) + ", and he " + Box(3) + " the shop.</p>\r\n"
+                        "</body>\r\n</html>\r\n");
+  WriteFile("answers.txt", "running\r\nrunning\r\nruns\r\n");
+  ASSERT_EQ(vcGenPrintableHtml("quiz.htm", "print.htm", "answers.txt", 1, 1), 1);
+
+  Findings f = Check("print.htm", "{\"noInputs\": true, \"texts\": " +
+                                      Texts({u8"他每天早上去 [1]_____________ (run)", u8"[3]_____________ the shop",
+                                             u8"备选答案：", u8"1) running", u8"2) runs"}) +
+                                      "}");
+  EXPECT_TRUE(f.done);
+  EXPECT_EQ(f.charset, "GBK");
+  EXPECT_EQ(f.fails, std::vector<std::string>());
+}
+
+}  // namespace

@@ -145,6 +145,19 @@ void BM_Closest_File(benchmark::State& s) { Run(s, kClosest, true); }
 void BM_Closest_Memory(benchmark::State& s) { Run(s, kClosest, false); }
 void BM_BaseForm_File(benchmark::State& s) { Run(s, kBaseForm, true); }
 void BM_BaseForm_Memory(benchmark::State& s) { Run(s, kBaseForm, false); }
+// For comparison: the classic dictionary reads its index through stdio, a
+// seek and a read per step.
+void BM_Exact_ClassicStdio(benchmark::State& state) {
+  static char work[70000];
+  DictObject d;
+  std::string dir = Dict().dir + "/dictlib/";
+  vcCmOpenDictDirect(&d, (dir + "hmorec.idx").c_str(), (dir + "hmorec.lib").c_str(), work);
+  const std::vector<std::string>& words = Words(kExact);
+  size_t i = 0;
+  for (auto _ : state) benchmark::DoNotOptimize(vcCmSearchWord(&d, words[i++ % words.size()].c_str()));
+  state.SetItemsProcessed(static_cast<int64_t>(state.iterations()));
+  vcCmCloseDict(&d);
+}
 void BM_Ratio_Exact(benchmark::State& s) { Ratio(s, kExact); }
 void BM_Ratio_Closest(benchmark::State& s) { Ratio(s, kClosest); }
 void BM_Ratio_BaseForm(benchmark::State& s) { Ratio(s, kBaseForm); }
@@ -155,8 +168,17 @@ BENCHMARK(BM_Closest_File);
 BENCHMARK(BM_Closest_Memory);
 BENCHMARK(BM_BaseForm_File);
 BENCHMARK(BM_BaseForm_Memory);
+BENCHMARK(BM_Exact_ClassicStdio);
 BENCHMARK(BM_Ratio_Exact)->Iterations(3)->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_Ratio_Closest)->Iterations(3)->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_Ratio_BaseForm)->Iterations(3)->Unit(benchmark::kMillisecond);
+
+void BM_WordCounts(benchmark::State& state) {
+  for (auto _ : state) {
+  }
+  state.counters["entries"] = static_cast<double>(Dict().records);
+  state.counters["inflected"] = static_cast<double>(Dict().inflected.size());
+}
+BENCHMARK(BM_WordCounts)->Iterations(1);
 
 }  // namespace

@@ -55,16 +55,23 @@ std::string CutCopy(const char* word, size_t keep) {
   return s;
 }
 
-}  // namespace
-
-void InitDict(DictObject* d, const char* idxPath, const char* libPath, char* workBuffer) {
-  d->recordSize = kClassicRecord;
-  d->wordFieldSize = kClassicWord;
+// The classic and the expression records share their leading fields.
+template <class Record>
+void InitRecord(Record* d, uint32_t recordSize, uint32_t wordFieldSize, const char* idxPath, const char* libPath,
+                char* workBuffer) {
+  d->recordSize = recordSize;
+  d->wordFieldSize = wordFieldSize;
   CopyField(d->szIdxFile, sizeof d->szIdxFile, idxPath);
   CopyField(d->szLibFile, sizeof d->szLibFile, libPath);
   d->workBuffer = workBuffer;
   d->hIdx = 0;
   d->hLib = 0;
+}
+
+}  // namespace
+
+void InitDict(DictObject* d, const char* idxPath, const char* libPath, char* workBuffer) {
+  InitRecord(d, kClassicRecord, kClassicWord, idxPath, libPath, workBuffer);
 }
 
 namespace {
@@ -235,13 +242,7 @@ int SearchOriginalWord(DictObject* d, const char* word, char* out) {
 // ---- expression dictionary ----
 
 void InitExpDict(ExpDictObject* d, const char* idxPath, const char* libPath, char* workBuffer) {
-  d->recordSize = kExpRecord;
-  d->wordFieldSize = kExpWord;
-  CopyField(d->szIdxFile, sizeof d->szIdxFile, idxPath);
-  CopyField(d->szLibFile, sizeof d->szLibFile, libPath);
-  d->workBuffer = workBuffer;
-  d->hIdx = 0;
-  d->hLib = 0;
+  InitRecord(d, kExpRecord, kExpWord, idxPath, libPath, workBuffer);
 }
 
 int OpenExpDict(ExpDictObject* d) { return OpenPair(&d->hIdx, &d->hLib, d->szIdxFile, d->szLibFile) ? 0 : -1; }
@@ -323,29 +324,16 @@ int ExpNoneExactSearch(ExpDictObject* d, char* pattern, int listWindow, int prog
     start = 0;
     end = FileLength(idx) - kExpRecord;
   } else {
-    std::string prefix;
-    for (const char* p = pattern; *p >= 'a' && *p <= 'z'; ++p) prefix.push_back(*p);
+    std::string prefix = LetterPrefix(pattern);
     int32_t found;
     start = SearchIdxClosest(&found, idx, prefix.c_str(), kExpRecord, kExpWord);
     end = SearchIdxClosest(&found, idx, (prefix + "zzz").c_str(), kExpRecord, kExpWord);
   }
-  if (start < 0 || std::fseek(idx, start, SEEK_SET) != 0) return 0;
-  unsigned char record[kExpRecord] = {0};
   int listed = 0;
-  long n = 0;
-  for (long pos = start; pos <= end; pos += kExpRecord) {
-    std::fread(record, 1, kExpRecord, idx);
-    record[kExpWord - 1] = 0;
-    const char* word = reinterpret_cast<const char*>(record);
-    if (WildMatch(word, pattern)) {
-      host::SendMessage(listWindow, host::kListAddString, 0, reinterpret_cast<intptr_t>(word));
-      ++listed;
-    }
-    if (++n % 100 == 0) {
-      if (end != start) host::SendMessage(progressWindow, host::kProgressSetPos, 100 * (pos - start) / (end - start), 0);
-      host::Yield();
-    }
-  }
+  ScanForPattern(idx, start, end, kExpRecord, kExpRecord, kExpWord, pattern, progressWindow, [&](const char* word) {
+    host::SendMessage(listWindow, host::kListAddString, 0, reinterpret_cast<intptr_t>(word));
+    ++listed;
+  });
   return listed;
 }
 

@@ -181,6 +181,31 @@ int FillListAroundPosition(std::FILE* idx, int recordSize, int wordFieldSize, in
   return static_cast<int>((here - start) / recordSize - 1);
 }
 
+void ScanForPattern(std::FILE* idx, long start, long end, long step, int recordSize, int wordFieldSize,
+                    char* pattern, int progressWindow, const std::function<void(const char*)>& onMatch) {
+  if (start < 0 || std::fseek(idx, start, SEEK_SET) != 0) return;
+  std::vector<unsigned char> record(static_cast<size_t>(recordSize), 0);
+  long n = 0;
+  for (long pos = start; pos <= end; pos += step) {
+    std::fread(record.data(), 1, record.size(), idx);
+    record[static_cast<size_t>(wordFieldSize) - 1] = 0;
+    const char* word = reinterpret_cast<const char*>(record.data());
+    if (WildMatch(word, pattern)) onMatch(word);
+    if (++n % 100 == 0) {
+      if (progressWindow != 0 && end != start) {
+        host::SendMessage(progressWindow, host::kProgressSetPos, 100 * (pos - start) / (end - start), 0);
+      }
+      host::Yield();
+    }
+  }
+}
+
+std::string LetterPrefix(const char* pattern) {
+  std::string prefix;
+  for (const char* p = pattern; *p >= 'a' && *p <= 'z'; ++p) prefix.push_back(*p);
+  return prefix;
+}
+
 bool SplitMeaningAndPron(const char* section, size_t length, bool alwaysSkipPair, std::string* mean,
                          std::string* pron) {
   const char* close = static_cast<const char*>(std::memchr(section, ']', length));

@@ -4,6 +4,7 @@
 
 #include <cstdint>
 #include <cstdio>
+#include <functional>
 #include <string>
 
 namespace tq::dict {
@@ -37,6 +38,17 @@ void FillRelatedLists(const char* text, size_t length, int synonymList, int anto
 // Adds up to 30 records from 15 before the index's position to a list box;
 // answers the list position of the record the position stood behind.
 int FillListAroundPosition(std::FILE* idx, int recordSize, int wordFieldSize, int listWindow);
+
+// The wildcard scan of an index: from start to end (inclusive) in steps of
+// `step` bytes while each read takes recordSize bytes, so that with a step
+// smaller than the record the reads run on past the range, and reads at the
+// end of the file leave the last record to be tested again. Each word the
+// pattern accepts goes to onMatch. Every 100 records the progress bar (if
+// any) learns the position and the front end gets to breathe.
+void ScanForPattern(std::FILE* idx, long start, long end, long step, int recordSize, int wordFieldSize,
+                    char* pattern, int progressWindow, const std::function<void(const char*)>& onMatch);
+// The leading run of letters a to z of a pattern: where its range starts.
+std::string LetterPrefix(const char* pattern);
 
 // Section 0's pronunciation ("[...]", through the first "]") and the
 // meaning behind it. The meaning starts two bytes behind the "]", or three

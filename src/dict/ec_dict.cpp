@@ -189,39 +189,24 @@ int EcDict::WildSearch(char* pattern, char* outBuffer, int listWindow, int progr
     SettleIndex();
     end = FileLength(idx_) - kStep;
   } else {
-    std::string prefix;
-    for (const char* p = pattern; *p >= 'a' && *p <= 'z'; ++p) prefix.push_back(*p);
+    std::string prefix = LetterPrefix(pattern);
     std::string last = prefix + "zzz";
     int32_t found;
     start = WithRecords([&](auto& r) { return SearchClosest(r, &found, prefix.c_str(), kRecord, kWordField); });
     end = WithRecords([&](auto& r) { return SearchClosest(r, &found, last.c_str(), kRecord, kWordField); });
   }
   pending_position_ = -1;
-  if (start < 0 || std::fseek(idx_, start, SEEK_SET) != 0) return 0;
-  unsigned char record[kRecord] = {0};
   int total = 0;
   char* sink = outBuffer;
-  long n = 0;
-  for (long pos = start; pos <= end; pos += kStep) {
-    std::fread(record, 1, kRecord, idx_);
-    record[kWordField - 1] = 0;
-    const char* word = reinterpret_cast<const char*>(record);
-    if (WildMatch(word, pattern)) {
-      size_t len = std::strlen(word);
-      total += static_cast<int>(len) + 1;
-      if (listWindow != 0) host::SendMessage(listWindow, host::kListAddString, 0, reinterpret_cast<intptr_t>(word));
-      if (sink != nullptr) {
-        std::memcpy(sink, word, len + 1);
-        sink += len + 1;
-      }
+  ScanForPattern(idx_, start, end, kStep, kRecord, kWordField, pattern, progressWindow, [&](const char* word) {
+    size_t len = std::strlen(word);
+    total += static_cast<int>(len) + 1;
+    if (listWindow != 0) host::SendMessage(listWindow, host::kListAddString, 0, reinterpret_cast<intptr_t>(word));
+    if (sink != nullptr) {
+      std::memcpy(sink, word, len + 1);
+      sink += len + 1;
     }
-    if (++n % 100 == 0) {
-      if (progressWindow != 0 && end != start) {
-        host::SendMessage(progressWindow, host::kProgressSetPos, 100 * (pos - start) / (end - start), 0);
-      }
-      host::Yield();
-    }
-  }
+  });
   return total;
 }
 

@@ -104,10 +104,13 @@ void Compact(const std::string& key, size_t lib_size, bool own_buffer) {
     vcEcDict_FillListWithEnglish(h, 0);
     vcEcDict_FillRelatedWordList(h, 0, 0);
   }
+  // The scan lower-cases the pattern in place, which can move its range:
+  // each call gets the caller's pattern afresh.
   std::string pattern = key.substr(0, 30);
   int need = vcEcDict_WildSearch(h, &pattern[0], nullptr, 0, 0);
   if (need >= 0) {
     std::vector<char> words(static_cast<size_t>(need) + 1);
+    pattern = key.substr(0, 30);
     vcEcDict_WildSearch(h, &pattern[0], words.data(), 0, 0);
   }
   vcEcDict_Close(h);

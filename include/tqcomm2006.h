@@ -444,8 +444,9 @@ TQ_API int TQ_CALL DecodeIdx(unsigned char* record, uint32_t recordPos, uint32_t
 /* Exact search (A-Z folded; words cut to 19 bytes): the grade, record now
  * current; -1 if absent, the earlier record staying current. */
 TQ_API int TQ_CALL vcCmSearchWord(DictObject* dict, const char* word);
-/* The grade if present; else minus the grade of the closest record. The
- * record found is current either way. */
+/* The grade if present; else minus the grade of the closest record (the
+ * one behind the last record the bisection read). The record found is
+ * current either way; 0 when the index holds no whole record. */
 TQ_API int TQ_CALL vcCmSearchWordClosest(DictObject* dict, const char* word);
 /* All seven sections of the current record, deciphered; the byte count. */
 TQ_API int TQ_CALL vcCmGetAllDetails(DictObject* dict, char* out);

@@ -4,7 +4,7 @@
 #   fuzz/run.sh [SECONDS] [TARGET...]
 #
 # SECONDS defaults to 60 per target; the targets are the *_fuzz.cpp files
-# here (text, word_readers). Needs clang and Debian's libclang-rt-14-dev.
+# here (text, word_readers, dict). Needs clang and Debian's libclang-rt-14-dev.
 # Builds land in build-fuzz/, the growing corpora in fuzz/corpus-TARGET/
 # (started from fuzz/seeds/TARGET/), and any finding in fuzz/crash-*.
 set -euo pipefail
@@ -26,7 +26,10 @@ sources=(src/core/text.cpp src/core/word_text.cpp src/core/streams.cpp src/core/
 mkdir -p build-fuzz
 for t in "${targets[@]}"; do
   echo "== building $t"
-  "$CXX" "${flags[@]}" "fuzz/${t}_fuzz.cpp" "${sources[@]}" -lpthread -o "build-fuzz/${t}_fuzz"
+  # A target names any further sources it stands on in fuzz/TARGET.sources.
+  extra=()
+  [ -f "fuzz/$t.sources" ] && mapfile -t extra < <(grep -v '^#' "fuzz/$t.sources")
+  "$CXX" "${flags[@]}" "fuzz/${t}_fuzz.cpp" "${sources[@]}" "${extra[@]}" -lpthread -o "build-fuzz/${t}_fuzz"
 done
 
 export UBSAN_OPTIONS=print_stacktrace=1:halt_on_error=1

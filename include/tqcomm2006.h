@@ -522,11 +522,220 @@ TQ_API int TQ_CALL vcCOrvexWizard_ReadAllDegrees(const char* path, int32_t* degr
  * Classic dictionaries: vcCm..., entry detail and word forms
  * ====================================================================== */
 
+/* A dictionary is an index of sorted fixed-size records and a library of
+ * enciphered entry text. Each entry has seven sections: 0 meaning (a first
+ * line "[pronunciation]", then the Chinese meaning), 1 English explanation,
+ * 2 samples, 3 phrases, 4 word forms, 5 word root, 6 related words. Nothing
+ * of either file is held in memory: every lookup reads the open index.
+ *
+ * The caller owns the record below and keeps it between calls. After a
+ * search, word/libOffset/lengths hold the found index record, decoded. Text
+ * outputs are as long as the section they receive: the caller sizes them for
+ * the longest entry of its dictionary (the library's size always suffices;
+ * composed text adds its tags, and the related words grow by half). */
+typedef struct DictObject {
+  TqStream hIdx;          /* open index, 0 when closed */
+  TqStream hLib;          /* open library, 0 when closed */
+  uint32_t recordSize;    /* 52 */
+  uint32_t wordFieldSize; /* 20 */
+  char szIdxFile[80];
+  char szLibFile[80];
+  char word[20];          /* current record: the word as stored */
+  uint32_t libOffset;     /* current record: offset of section 0 */
+  uint32_t lengths[7];    /* current record: the seven section lengths */
+  char* workBuffer;       /* the caller's: the longest section 0 plus a NUL */
+} DictObject;
+
+/* The expression dictionary (phrases of several words): 48-byte plain
+ * records, two sections (meaning, then samples) in the library. */
+typedef struct ExpDictObject {
+  TqStream hIdx;
+  TqStream hLib;
+  uint32_t recordSize;    /* 48 */
+  uint32_t wordFieldSize; /* 32 */
+  char szIdxFile[80];
+  char szLibFile[80];
+  char word[32];
+  uint32_t libOffset;
+  uint32_t meanLength;
+  uint32_t sampleLength;
+  uint32_t reserved;
+  char* workBuffer;
+} ExpDictObject;
+
+/* The mean library: 224-byte records, a 64-byte key (word, NUL, optional
+ * "[pronunciation]", NUL) and a 160-byte short meaning. */
+typedef struct MeanLibObject {
+  TqStream hFile;
+  char szFile[256];
+  unsigned char record[224]; /* the record of the last search */
+} MeanLibObject;
+
+TQ_STATIC_ASSERT(offsetof(DictObject, szIdxFile) == 16, "DictObject.szIdxFile");
+TQ_STATIC_ASSERT(offsetof(DictObject, szLibFile) == 96, "DictObject.szLibFile");
+TQ_STATIC_ASSERT(offsetof(DictObject, word) == 176, "DictObject.word");
+TQ_STATIC_ASSERT(offsetof(DictObject, libOffset) == 196, "DictObject.libOffset");
+TQ_STATIC_ASSERT(offsetof(DictObject, lengths) == 200, "DictObject.lengths");
+TQ_STATIC_ASSERT(offsetof(DictObject, workBuffer) == (sizeof(void*) == 4 ? 228 : 232), "DictObject.workBuffer");
+TQ_STATIC_ASSERT(sizeof(DictObject) == (sizeof(void*) == 4 ? 232 : 240), "DictObject size");
+TQ_STATIC_ASSERT(offsetof(ExpDictObject, word) == 176, "ExpDictObject.word");
+TQ_STATIC_ASSERT(offsetof(ExpDictObject, libOffset) == 208, "ExpDictObject.libOffset");
+TQ_STATIC_ASSERT(offsetof(ExpDictObject, reserved) == 220, "ExpDictObject.reserved");
+TQ_STATIC_ASSERT(offsetof(ExpDictObject, workBuffer) == 224, "ExpDictObject.workBuffer");
+TQ_STATIC_ASSERT(sizeof(ExpDictObject) == (sizeof(void*) == 4 ? 228 : 232), "ExpDictObject size");
+TQ_STATIC_ASSERT(offsetof(MeanLibObject, szFile) == 4, "MeanLibObject.szFile");
+TQ_STATIC_ASSERT(offsetof(MeanLibObject, record) == 260, "MeanLibObject.record");
+TQ_STATIC_ASSERT(sizeof(MeanLibObject) == 484, "MeanLibObject size");
+
+/* Sets sizes 52/20, copies the paths, keeps the buffer, clears both files. */
+TQ_API void TQ_CALL vcInitDictObject(DictObject* dict, const char* idxPath, const char* libPath, char* workBuffer);
+/* Opens index then library for reading: 1, or -1 (the index is closed again,
+ * but its stale number stays in hIdx: do not close such an object). */
+TQ_API int TQ_CALL vcCmOpenDict(DictObject* dict);
+/* vcInitDictObject, then open: 1, or -1 with both files cleared. */
+TQ_API int TQ_CALL vcCmOpenDictDirect(DictObject* dict, const char* idxPath, const char* libPath, char* workBuffer);
+/* Closes whichever file is open and clears both; also serves the expression
+ * dictionary as vcCmCloseExpDict. Answers 0. */
+TQ_API int TQ_CALL vcCmCloseDict(DictObject* dict);
+/* Deciphers (or enciphers) length bytes that stand at filePos of a library;
+ * answers length, or 0 for a length below 1. */
+TQ_API int TQ_CALL DecodeExplain(unsigned char* buffer, int length, uint32_t filePos);
+/* Deciphers a 52-byte index record read at recordPos; answers its grade. */
+TQ_API int TQ_CALL DecodeIdx(unsigned char* record, uint32_t recordPos, uint32_t wordFieldSize);
+/* Exact search (A-Z folded; words cut to 19 bytes): the grade, record now
+ * current; -1 if absent, the earlier record staying current. */
+TQ_API int TQ_CALL vcCmSearchWord(DictObject* dict, const char* word);
+/* The grade if present; else minus the grade of the closest record (the
+ * one behind the last record the bisection read). The record found is
+ * current either way; 0 when the index holds no whole record. */
+TQ_API int TQ_CALL vcCmSearchWordClosest(DictObject* dict, const char* word);
+/* All seven sections of the current record, deciphered; the byte count. */
+TQ_API int TQ_CALL vcCmGetAllDetails(DictObject* dict, char* out);
+/* One section (0 to 6), deciphered; its length, 0 and "" when empty. */
+TQ_API int TQ_CALL vcCmGetADetail(DictObject* dict, char* out, int index);
+/* Looks the word up; pron gets "[...]" (pronunciation, 100 bytes), mean
+ * (may be null) the meaning lines. The grade; 0 if absent or section 0 is
+ * empty; the section's length when it holds no "]" (both outputs empty). */
+TQ_API int TQ_CALL vcCmGetDictMeanAndPron(DictObject* dict, const char* word, char* mean, char* pron);
+/* The same through the closest search: its result, so an absent word gives
+ * the neighbour's meaning with a negative answer. */
+TQ_API int TQ_CALL vcCmGetDictMeanAndPronClosest(DictObject* dict, const char* word, char* mean, char* pron);
+/* pron gets the pronunciation, or "[]"; answers as vcCmGetDictMeanAndPron. */
+TQ_API int TQ_CALL vcCmGetDictPron(DictObject* dict, const char* word, char* pron);
+
+/* The composed text of the current record: the sections listed (in that
+ * order) with their headings and line ends made CR LF, samples cut to 12
+ * lines. Answers its length in characters (vcMystrlen). count 0: the raw
+ * text of all sections and its byte count. */
+TQ_API int TQ_CALL vcCmGetDetail(DictObject* dict, char* out, const uint32_t* sections, int count);
+
+/* As vcInitDictObject with 48/32. */
+TQ_API void TQ_CALL vcInitExpDictObject(ExpDictObject* dict, const char* idxPath, const char* libPath,
+                                        char* workBuffer);
+/* 0 on success (unlike vcCmOpenDict), -1 on failure. */
+TQ_API int TQ_CALL vcCmOpenExpDict(ExpDictObject* dict);
+TQ_API int TQ_CALL vcCmCloseExpDict(ExpDictObject* dict);
+/* 1, record now current; -1 if absent. A long expression is cut in the
+ * caller's own string at byte 31. */
+TQ_API int TQ_CALL vcCmSearchExp(ExpDictObject* dict, char* expression);
+/* Meaning and samples, deciphered; the string length. */
+TQ_API int TQ_CALL vcCmGetAllDetailExp(ExpDictObject* dict, char* out);
+/* which 0: the meaning, else the samples; the string length. */
+TQ_API int TQ_CALL vcCmGetADetailExp(ExpDictObject* dict, char* out, int which);
+/* Sections 0 and 2 with their headings, each closed by CR LF; vcMystrlen. */
+TQ_API int TQ_CALL vcCmGetDetailExp(ExpDictObject* dict, char* out, const uint32_t* sections, int count);
+/* Searches; the meaning without its first line, trimmed; vcMystrlen, 0 if
+ * absent. */
+TQ_API int TQ_CALL vcCmGetDictExpMean(ExpDictObject* dict, const char* expression, char* out);
+
+/* Stores the path and opens the file: 1 or -1. */
+TQ_API int TQ_CALL vcCmOpenMeanLib(MeanLibObject* lib, const char* path);
+/* The short meaning (160 bytes) and its length; -1 if absent, out "". */
+TQ_API int TQ_CALL vcCmGetMeanLibMean(MeanLibObject* lib, const char* word, char* out);
+/* pron (64 bytes) gets the stored pronunciation or "[]". The length of mean,
+ * or 1 when mean is null; -1 if absent. */
+TQ_API int TQ_CALL vcCmGetMeanLibMeanAndPron(MeanLibObject* lib, const char* word, char* mean, char* pron);
+TQ_API int TQ_CALL vcCmCloseMeanLib(MeanLibObject* lib);
+
+/* Fill a list box with up to 30 index neighbours of the current record
+ * (read from where the last search left the index); the position of the
+ * current word in the list. */
+TQ_API int TQ_CALL vcFillListWithEnglish(DictObject* dict, int listWindow);
+TQ_API int TQ_CALL vcFillListWithExp(ExpDictObject* dict, int listWindow);
+/* Synonyms and antonyms of the current record (section 6) into two lists. */
+TQ_API void TQ_CALL vcFillRelatedWordList(DictObject* dict, int synonymList, int antonymList);
+/* Copies a mean library, filling in pronunciations from dict. Answers 1. */
+TQ_API int TQ_CALL vcAddPron(DictObject* dict, const char* srcPath, const char* dstPath);
+/* Lists the expressions matching a pattern ("*", "?"; lower-cased in place)
+ * with a progress bar; answers the number listed. */
+TQ_API int TQ_CALL vcExpNoneExactSearch(ExpDictObject* dict, char* pattern, int listWindow, int progressWindow);
+
+/* Word forms. The base form of an inflected word by the fifteen suffix
+ * rules, looked up in dict: on a hit the record is current, out (20 bytes)
+ * gets the word, and the answer is its length; 0 if none. */
+TQ_API int TQ_CALL vcCmSearchOrignalWord(DictObject* dict, const char* word, char* out);
+/* The irregular forms stored for word in "vary.idx" of the working
+ * directory (out: 81 bytes), and their length; -1 if absent or no file. */
+TQ_API int TQ_CALL vcFindVary(const char* word, char* out);
+/* The regular forms of word, each followed by ","; the length of out. */
+TQ_API int TQ_CALL vcGetAllWordVarys(const char* word, char* out);
+
 /* (end of classic dictionaries) */
 
 /* ======================================================================
  * Compact dictionary: vcEcDict_
  * ====================================================================== */
+
+/* The later dictionary form: 96-byte index records (words up to 63 bytes),
+ * the same library and sections, behind handles 1 to 19. An empty handle
+ * answers -1 unless noted. Every accessor works on the record of the last
+ * vcEcDict_Search; with none current they answer as noted. Text outputs may
+ * be null where noted: the object's work buffer (the caller's, or 6,000
+ * bytes of its own) is used instead. */
+
+/* A handle, or -1 when the table is full or a file cannot be opened. */
+TQ_API int TQ_CALL vcEcDict_Open(const char* idxPath, const char* libPath, char* workBuffer);
+/* Closes both files and frees the handle; an empty handle is ignored. */
+TQ_API void TQ_CALL vcEcDict_Close(int dict);
+/* Exact search; then, if tryBaseForm, the base form by the suffix rules;
+ * then, if acceptClosest, the closest record. 1 when a record is now
+ * current, else -1. */
+TQ_API int TQ_CALL vcEcDict_Search(int dict, const char* word, int tryBaseForm, int acceptClosest);
+/* How the last search ended: 1 exact, 2 through a base form, 3 not exact. */
+TQ_API int TQ_CALL vcEcDict_GetSeachResult(int dict);
+/* The grade of the current record, or -1. */
+TQ_API int TQ_CALL vcEcDict_GetWordGrade(int dict);
+/* out (64 bytes) gets the current word, or "" with none. Answers 1, or -1. */
+TQ_API int TQ_CALL vcEcDict_GetResultWord(int dict, char* out);
+/* pron ("[...]") and mean of the current record; either may be null. 1. */
+TQ_API int TQ_CALL vcEcDict_GetMeanOrPron(int dict, char* mean, char* pron);
+/* The length of one section; 0 with no current record. */
+TQ_API int TQ_CALL vcEcDict_GetDetailLength(int dict, int index);
+/* Copies the seven lengths (from the record image even with none current). */
+TQ_API int TQ_CALL vcEcDict_GetDetailLengthArray(int dict, uint32_t* lengths);
+/* All sections deciphered (out may be null); the byte count, 0 with none. */
+TQ_API int TQ_CALL vcEcDict_GetAllDetails(int dict, char* out);
+/* One section deciphered (out may be null); its length, 0 with none. */
+TQ_API int TQ_CALL vcEcDict_GetOneDetail(int dict, char* out, int index);
+/* As vcFillListWithEnglish; -1 with no current record. */
+TQ_API int TQ_CALL vcEcDict_FillListWithEnglish(int dict, int listWindow);
+/* As vcFillRelatedWordList; nothing with no current record. Answers 1. */
+TQ_API int TQ_CALL vcEcDict_FillRelatedWordList(int dict, int synonymList, int antonymList);
+/* Words matching a pattern ("*", "?"; lower-cased in place) go to the list
+ * and, NUL-separated, to outBuffer; any of the three may be 0/null. The
+ * answer is the room outBuffer needed (lengths plus NULs). */
+TQ_API int TQ_CALL vcEcDict_WildSearch(int dict, char* pattern, char* outBuffer, int listWindow,
+                                       int progressWindow);
+/* Converts "dictlib\hmorec.*" and "dictlib\hmorexp.*" of the working
+ * directory into "dictlib\vlkdictec.*" and "dictlib\vlkdictexp.*": 1, or -1
+ * when an index cannot be opened. */
+TQ_API int TQ_CALL vcOldDictToNew(void);
+/* Writes a word list (one item a line, an optional meaning line behind it)
+ * to dstPath with a meaning line for each item, from meanLib, else from the
+ * word or expression dictionary (handles, 0 for none). Uses "tmptqmean.txt"
+ * in the working directory. 0, or -1 when a file cannot be opened. */
+TQ_API int TQ_CALL vcCmAppendMean(MeanLibObject* meanLib, int wordDict, int exprDict, const char* srcPath,
+                                  const char* dstPath);
 
 /* (end of compact dictionary) */
 

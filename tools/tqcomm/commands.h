@@ -16,6 +16,8 @@ int LearnCommand(const Args& args);
 // (learn)
 
 // (dict, lookup)
+int DictCommand(const Args& args);
+int LookupCommand(const Args& args);
 
 // (page)
 

@@ -106,6 +106,8 @@ const Command kCommands[] = {
     // (learn)
 
     // (dict, lookup)
+    {"dict", tqcomm::DictCommand, "dict build SOURCE -o DIR   (SOURCE: a tab-separated .txt, or WordNet's dict folder)"},
+    {"lookup", tqcomm::LookupCommand, "lookup WORD [--dict DIR] | lookup --wild PATTERN [--dict DIR]"},
 
     // (page)
 

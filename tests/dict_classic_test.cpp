@@ -1,0 +1,384 @@
+// The classic dictionary, its detail text, the expression dictionary, the
+// mean library and the word forms, at the boundary on files made by the tool.
+#include <cstring>
+#include <set>
+
+#include "dict/word_forms.h"
+#include "dict_util.h"
+#include "tqhost.h"
+
+using tqtest::DictTest;
+using tqtest::Entry;
+using tqtest::G;
+
+namespace {
+
+TEST_F(DictTest, ExactSearchStartsAtTheFirstRecordAndLeavesThePosition) {
+  Build({Entry({"b"}), Entry({"d"}), Entry({"Fox"})});
+  DictObject d;
+  OpenClassic(&d);
+  int list = tqHost_CreateWindow("", 1, 1);
+  EXPECT_EQ(vcCmSearchWord(&d, "b"), 21);
+  EXPECT_EQ(vcFillListWithEnglish(&d, list), 0);  // read only the first record
+  EXPECT_EQ(tqHost_GetListCount(list), 3);
+  EXPECT_EQ(vcCmSearchWord(&d, "FOX"), 21);
+  EXPECT_EQ(Word(d), "Fox");  // the word as stored
+  EXPECT_EQ(vcFillListWithEnglish(&d, list), 2);
+  // An absent word leaves the earlier record current.
+  EXPECT_EQ(vcCmSearchWord(&d, "c"), -1);
+  EXPECT_EQ(Word(d), "Fox");
+  vcCmCloseDict(&d);
+  EXPECT_EQ(d.hIdx, 0u);
+  EXPECT_EQ(d.hLib, 0u);
+  tqHost_DestroyWindow(list);
+}
+
+TEST_F(DictTest, ClosestIsTheRecordBehindTheLastOneRead) {
+  Build({Entry({"b", "b", "m"}), Entry({"d", "d", "m"}), Entry({"f", "f", "m"})});
+  DictObject d;
+  OpenClassic(&d);
+  // "a" sorts before b, the first and only record read: its follower wins.
+  EXPECT_EQ(vcCmSearchWordClosest(&d, "a"), -21);
+  EXPECT_EQ(Word(d), "d");
+  EXPECT_EQ(vcCmSearchWordClosest(&d, "c"), -21);
+  EXPECT_EQ(Word(d), "f");
+  EXPECT_EQ(vcCmSearchWordClosest(&d, "e"), -21);
+  EXPECT_EQ(Word(d), "f");
+  EXPECT_EQ(vcCmSearchWordClosest(&d, "z"), -21);  // the last answers for all beyond
+  EXPECT_EQ(Word(d), "f");
+  EXPECT_EQ(vcCmSearchWordClosest(&d, "d"), 21);
+  EXPECT_EQ(Word(d), "d");
+  char mean[64], pron[64];
+  EXPECT_EQ(vcCmGetDictMeanAndPronClosest(&d, "a", mean, pron), -21);
+  EXPECT_STREQ(pron, "[d]");
+  vcCmCloseDict(&d);
+}
+
+TEST_F(DictTest, SmallAndEmptyIndexes) {
+  Build({Entry({"m"}), Entry({"an expression"})});
+  DictObject d;
+  OpenClassic(&d);
+  EXPECT_EQ(vcCmSearchWord(&d, "z"), -1);
+  EXPECT_EQ(vcCmSearchWordClosest(&d, "z"), -21);
+  EXPECT_EQ(Word(d), "m");
+  vcCmCloseDict(&d);
+  // An index with no record at all: absent in both forms.
+  tqtest::WriteFile("dictlib/empty.idx", "");
+  ASSERT_EQ(vcCmOpenDictDirect(&d, "dictlib\\empty.idx", "dictlib\\hmorec.lib", work_), 1);
+  EXPECT_EQ(vcCmSearchWord(&d, "m"), -1);
+  EXPECT_EQ(vcCmSearchWordClosest(&d, "m"), 0);
+  vcCmCloseDict(&d);
+  // A failed open clears both files.
+  EXPECT_EQ(vcCmOpenDictDirect(&d, "dictlib\\hmorec.idx", "dictlib\\none.lib", work_), -1);
+  EXPECT_EQ(d.hIdx, 0u);
+  EXPECT_EQ(d.recordSize, 52u);
+  EXPECT_EQ(d.wordFieldSize, 20u);
+}
+
+TEST_F(DictTest, LongWordsGradesAndSections) {
+  Build({Entry({"abcdefghijklmnopqrs", "x", "m"}), Entry({"graded", "", "", "expl", "", "", "", "", "", "7"}),
+         Entry({"w", "p", "m1\\nm2", "", "s"})});
+  DictObject d;
+  OpenClassic(&d);
+  EXPECT_EQ(vcCmSearchWord(&d, "abcdefghijklmnopqrsTUVWXYZ"), 21);  // by its first 19 bytes
+  EXPECT_EQ(vcCmSearchWord(&d, "graded"), 7);
+  EXPECT_EQ(d.lengths[1], 4u);  // the low half alone
+  EXPECT_EQ(vcCmSearchWord(&d, "w"), 21);
+  char out[256];
+  EXPECT_EQ(vcCmGetADetail(&d, out, 0), 11);
+  EXPECT_STREQ(out, "[p]\r\nm1\r\nm2");
+  std::strcpy(out, "junk");
+  EXPECT_EQ(vcCmGetADetail(&d, out, 1), 0);
+  EXPECT_STREQ(out, "");
+  EXPECT_EQ(vcCmGetAllDetails(&d, out), 12);
+  EXPECT_STREQ(out, "[p]\r\nm1\r\nm2s");
+  // The raw form of the composed text is the same.
+  EXPECT_EQ(vcCmGetDetail(&d, out, nullptr, 0), 12);
+  EXPECT_STREQ(out, "[p]\r\nm1\r\nm2s");
+  vcCmCloseDict(&d);
+}
+
+TEST_F(DictTest, MeaningAndPronunciation) {
+  Build({Entry({"w", "p", "m1\\nm2 "}), Entry({"bare", "-", "[x]ab"}), Entry({"plain", "-", "no bracket"})});
+  DictObject d;
+  OpenClassic(&d);
+  char mean[128], pron[128];
+  EXPECT_EQ(vcCmGetDictMeanAndPron(&d, "W", mean, pron), 21);
+  EXPECT_STREQ(pron, "[p]");
+  EXPECT_STREQ(mean, "m1\r\nm2");
+  EXPECT_STREQ(work_, "[p]\r\nm1\r\nm2 ");  // section 0 went through the work buffer
+  EXPECT_EQ(vcCmGetDictMeanAndPron(&d, "w", nullptr, pron), 21);
+  // The byte behind "]" is skipped unseen; the meaning starts at the next.
+  EXPECT_EQ(vcCmGetDictMeanAndPron(&d, "bare", mean, pron), 21);
+  EXPECT_STREQ(pron, "[x]");
+  EXPECT_STREQ(mean, "b");
+  // No "]": the section's length and nothing else.
+  EXPECT_EQ(vcCmGetDictMeanAndPron(&d, "plain", mean, pron), 10);
+  EXPECT_STREQ(pron, "");
+  EXPECT_STREQ(mean, "");
+  EXPECT_EQ(vcCmGetDictMeanAndPron(&d, "nothing", mean, pron), 0);
+  EXPECT_EQ(vcCmGetDictPron(&d, "nothing", pron), 0);
+  EXPECT_STREQ(pron, "[]");
+  EXPECT_EQ(vcCmGetDictPron(&d, "w", pron), 21);
+  EXPECT_STREQ(pron, "[p]");
+  vcCmCloseDict(&d);
+}
+
+TEST_F(DictTest, ComposedDetail) {
+  std::string samples;
+  for (int i = 1; i <= 13; ++i) samples += "\\nl" + std::to_string(i);
+  std::string x49(49, 'x');
+  Build({Entry({"c", "p", "mean", "expl\\n", samples, "ph", "f1", "r", "=" + G("同义词：a,b#c")}),
+         Entry({"b50", "-", "", "[" + x49 + "]rest"}), Entry({"b51", "-", "", "[" + x49 + "x]rest"})});
+  DictObject d;
+  OpenClassic(&d);
+  std::vector<char> out(4096);
+  ASSERT_EQ(vcCmSearchWord(&d, "c"), 21);
+  const uint32_t all[7] = {0, 1, 2, 3, 4, 5, 6};
+  std::string lines;
+  for (int i = 1; i <= 12; ++i) lines += "l" + std::to_string(i) + "\r\n";
+  // The run of line ends that closes the explanation swallows the ones that
+  // open the samples: one flag for the whole call.
+  std::string expected = G("<<<词义>>>\nmean\r\n<<<英释>>>\r\nexpl\r\n<<<例句>>>\r\n") + lines +
+                         G("<<<短语>>>\r\nph\r\nf1\r\n<<<词根>>>\r\nr\r\n<近义词>\r\n同义词：a, b\r\n<反义词>\r\nc");
+  int chars = vcCmGetDetail(&d, out.data(), all, 7);
+  EXPECT_EQ(std::string(out.data()), expected);
+  EXPECT_EQ(chars, vcMystrlen(expected.c_str()));
+  // The caller's order, and only what it asks for. Leading the text, the
+  // samples keep their opening line end, and it counts as one of twelve.
+  const uint32_t two_then_zero[2] = {2, 0};
+  vcCmGetDetail(&d, out.data(), two_then_zero, 2);
+  EXPECT_EQ(std::string(out.data()), G("<<<例句>>>\r\n\r\n") + lines.substr(0, lines.find("l12")) +
+                                         G("<<<词义>>>\nmean"));
+  const uint32_t none[1] = {9};
+  EXPECT_EQ(vcCmGetDetail(&d, out.data(), none, 1), 0);
+  EXPECT_STREQ(out.data(), "");
+  EXPECT_EQ(vcCmGetDetail(&d, out.data(), all, -1), 0);
+  // A bracket closing at 50 is a pronunciation; at 51 it is text.
+  const uint32_t one[1] = {1};
+  ASSERT_EQ(vcCmSearchWord(&d, "b50"), 21);
+  vcCmGetDetail(&d, out.data(), one, 1);
+  EXPECT_EQ(std::string(out.data()), G("<<<英释>>>\r\nrest"));
+  ASSERT_EQ(vcCmSearchWord(&d, "b51"), 21);
+  vcCmGetDetail(&d, out.data(), one, 1);
+  EXPECT_EQ(std::string(out.data()), G("<<<英释>>>\r\n[") + x49 + "x]rest");
+  vcCmCloseDict(&d);
+}
+
+TEST_F(DictTest, RelatedWordLists) {
+  Build({Entry({"fast", "", "", "", "", "", "", "", "quick,rapid#slow"}),
+         Entry({"odd", "", "", "", "", "", "", "", "=" + G("同义词：a,反义词：b")})});
+  DictObject d;
+  OpenClassic(&d);
+  int syn = tqHost_CreateWindow("", 1, 1), ant = tqHost_CreateWindow("", 1, 1);
+  char text[64];
+  ASSERT_EQ(vcCmSearchWord(&d, "fast"), 21);
+  vcFillRelatedWordList(&d, syn, ant);
+  ASSERT_EQ(tqHost_GetListCount(syn), 2);
+  tqHost_GetListText(syn, 1, text);
+  EXPECT_STREQ(text, "rapid");
+  ASSERT_EQ(tqHost_GetListCount(ant), 1);
+  tqHost_GetListText(ant, 0, text);
+  EXPECT_STREQ(text, "slow");
+  // With no word open at the antonyms' label, the label runs into the
+  // first antonym.
+  ASSERT_EQ(vcCmSearchWord(&d, "odd"), 21);
+  vcFillRelatedWordList(&d, syn, ant);
+  EXPECT_EQ(tqHost_GetListCount(syn), 3);  // "a" and an empty word
+  tqHost_GetListText(ant, 1, text);
+  EXPECT_EQ(std::string(text), G("反义词：b").substr(1));
+  vcCmCloseDict(&d);
+  tqHost_DestroyWindow(syn);
+  tqHost_DestroyWindow(ant);
+}
+
+TEST_F(DictTest, ExpressionDictionary) {
+  Build({Entry({"look after", "", G("照顾"), "", "She looks after him."}), Entry({"give up", "", G("放弃")}),
+         Entry({"word"})});
+  ExpDictObject e;
+  vcInitExpDictObject(&e, "dictlib\\hmorexp.idx", "dictlib\\hmorexp.lib", work_);
+  EXPECT_EQ(e.recordSize, 48u);
+  ASSERT_EQ(vcCmOpenExpDict(&e), 0);  // 0 is success here
+  char expr[64] = "LOOK AFTER";
+  ASSERT_EQ(vcCmSearchExp(&e, expr), 1);
+  EXPECT_STREQ(e.word, "look after");
+  char out[256];
+  EXPECT_EQ(vcCmGetADetailExp(&e, out, 0), 8);
+  EXPECT_EQ(std::string(out), G("[]\r\n照顾"));
+  EXPECT_EQ(vcCmGetADetailExp(&e, out, 1), 20);
+  EXPECT_EQ(vcCmGetAllDetailExp(&e, out), 28);
+  const uint32_t order[3] = {2, 1, 0};
+  vcCmGetDetailExp(&e, out, order, 3);
+  EXPECT_EQ(std::string(out), G("<<<例句>>>\r\nShe looks after him.\r\n<<<词义>>>\r\n[]\r\n照顾\r\n"));
+  EXPECT_EQ(vcCmGetDictExpMean(&e, "give up", out), 2);
+  EXPECT_EQ(std::string(out), G("放弃"));
+  EXPECT_EQ(vcCmGetDictExpMean(&e, "take off", out), 0);
+  int list = tqHost_CreateWindow("", 1, 1);
+  // The list starts from where the last search, a miss, left the index.
+  EXPECT_EQ(vcFillListWithExp(&e, list), 1);
+  EXPECT_EQ(tqHost_GetListCount(list), 2);
+  // A long expression is cut in the caller's own string.
+  char longer[64] = "look after the children of the family";
+  EXPECT_EQ(vcCmSearchExp(&e, longer), -1);
+  EXPECT_EQ(std::strlen(longer), 31u);
+  vcCmCloseExpDict(&e);
+  tqHost_DestroyWindow(list);
+}
+
+TEST_F(DictTest, ExpressionWildcardScanReportsProgress) {
+  std::vector<std::string> lines;
+  for (int i = 0; i < 250; ++i) lines.push_back(Entry({"go " + std::to_string(1000 + i)}));
+  lines.push_back(Entry({"take off"}));
+  Build(lines);
+  ExpDictObject e;
+  vcInitExpDictObject(&e, "dictlib\\hmorexp.idx", "dictlib\\hmorexp.lib", work_);
+  ASSERT_EQ(vcCmOpenExpDict(&e), 0);
+  int list = tqHost_CreateWindow("", 1, 1), bar = tqHost_CreateWindow("", 1, 1);
+  char pattern[32] = "*1?4?";
+  EXPECT_EQ(vcExpNoneExactSearch(&e, pattern, list, bar), 30);  // 1040..1049, 1140.., 1240..
+  int low = -1, high = -1;
+  tqHost_GetProgressRange(bar, &low, &high);
+  EXPECT_EQ(high, 100);
+  EXPECT_EQ(tqHost_GetProgressPos(bar), 79);  // at the 200th of 251 records
+  char upper[32] = "TAKE*";
+  EXPECT_EQ(vcExpNoneExactSearch(&e, upper, list, 0), 1);
+  EXPECT_STREQ(upper, "take*");  // lower-cased in place
+  vcCmCloseExpDict(&e);
+  tqHost_DestroyWindow(list);
+  tqHost_DestroyWindow(bar);
+}
+
+TEST_F(DictTest, MeanLibraryAndAddPron) {
+  Build({Entry({"apple", "a", G("苹果")}), Entry({"pear", "", G("梨")})});
+  MeanLibObject m;
+  ASSERT_EQ(vcCmOpenMeanLib(&m, "dictlib\\meanlib.dat"), 1);
+  char mean[200], pron[80];
+  EXPECT_EQ(vcCmGetMeanLibMean(&m, "APPLE", mean), 4);
+  EXPECT_EQ(std::string(mean), G("苹果"));
+  EXPECT_EQ(vcCmGetMeanLibMeanAndPron(&m, "apple", nullptr, pron), 1);
+  EXPECT_STREQ(pron, "[a]");
+  EXPECT_EQ(vcCmGetMeanLibMeanAndPron(&m, "pear", mean, pron), 2);
+  EXPECT_STREQ(pron, "[]");
+  EXPECT_EQ(vcCmGetMeanLibMean(&m, "plum", mean), -1);
+  EXPECT_STREQ(mean, "");
+  vcCmCloseMeanLib(&m);
+  EXPECT_EQ(m.hFile, 0u);
+
+  // Pronunciations from the dictionary into a library that has none; a
+  // word that fills its key leaves no room.
+  std::string records;
+  for (std::string w : {std::string("apple"), std::string(62, 'q')}) {
+    std::string r(224, '\0');
+    r.replace(0, w.size(), w);
+    r[w.size() + 1] = 'X';  // a stale pronunciation is cleared
+    records += r;
+  }
+  tqtest::WriteFile("plain.dat", records);
+  DictObject d;
+  OpenClassic(&d);
+  EXPECT_EQ(vcAddPron(&d, "plain.dat", "withpron.dat"), 1);
+  std::string out = tqtest::ReadFile("withpron.dat");
+  ASSERT_EQ(out.size(), 448u);
+  EXPECT_EQ(out.substr(0, 10), std::string("apple\0[a]\0", 10));
+  EXPECT_EQ(out[224 + 63], '\0');
+  vcCmCloseDict(&d);
+}
+
+TEST_F(DictTest, BaseFormsByRule) {
+  Build({Entry({"big"}), Entry({"city"}), Entry({"like"}), Entry({"make"}), Entry({"need"}), Entry({"nice"}),
+         Entry({"run"}), Entry({"stop"}), Entry({"study"})});
+  DictObject d;
+  OpenClassic(&d);
+  char out[32];
+  struct Case {
+    const char* input;
+    const char* base;
+  } cases[] = {{"stopped", "stop"}, {"running", "run"}, {"liked", "like"}, {"LIKED", "like"},
+               {"making", "make"},  {"studied", "study"}, {"cities", "city"}, {"nicer", "nice"},
+               {"need", "need"}};
+  for (const Case& c : cases) {
+    EXPECT_EQ(vcCmSearchOrignalWord(&d, c.input, out), static_cast<int>(std::strlen(c.base))) << c.input;
+    EXPECT_STREQ(out, c.base) << c.input;
+    EXPECT_EQ(Word(d), c.base);
+  }
+  std::strcpy(out, "untouched");
+  EXPECT_EQ(vcCmSearchOrignalWord(&d, "bigger", out), 0);
+  EXPECT_EQ(vcCmSearchOrignalWord(&d, "s", out), 0);
+  EXPECT_STREQ(out, "untouched");
+  vcCmCloseDict(&d);
+}
+
+TEST(WordForms, ChainStepsAndTheirGaps) {
+  std::set<std::string> dict = {"city", "like", "make", "need", "nice", "run", "stop", "study", "big", "bigg"};
+  auto lookup = [&dict](const char* key) -> long {
+    std::string k(key);
+    for (char& ch : k) ch = static_cast<char>(std::tolower(static_cast<unsigned char>(ch)));
+    return dict.count(k) ? 1 : -1;
+  };
+  struct Case {
+    const char* input;
+    int step;
+  } cases[] = {{"stopped", 10}, {"running", 11}, {"liked", 14}, {"LIKED", 14}, {"making", 15},
+               {"studied", 6},  {"cities", 9},   {"nicer", 12},  {"need", 10},  {"bigger", 7}};
+  for (const Case& c : cases) {
+    int step = 0;
+    EXPECT_EQ(tq::dict::OriginalFormChain(c.input, lookup, &step), 1) << c.input;
+    EXPECT_EQ(step, c.step) << c.input;
+  }
+  dict.erase("bigg");  // step 13 can never succeed: "bigger" is not found
+  EXPECT_EQ(tq::dict::OriginalFormChain("bigger", lookup), -1);
+  char buffer[16] = "bed";
+  EXPECT_TRUE(tq::dict::StripDoubledSuffix(buffer, "ed"));
+  EXPECT_STREQ(buffer, "bed");
+  EXPECT_FALSE(tq::dict::StripWordSuffix(buffer, "d"));
+  std::strcpy(buffer, "ER");
+  EXPECT_FALSE(tq::dict::StripWordSuffix(buffer, "ing"));
+}
+
+TEST(WordForms, RegularForms) {
+  char out[128];
+  EXPECT_EQ(vcGetAllWordVarys("study", out), 42);
+  EXPECT_STREQ(out, "studies,studied,studying,studier,studiest,");
+  vcGetAllWordVarys("make", out);
+  EXPECT_STREQ(out, "makes,maked,making,maker,makest,");
+  vcGetAllWordVarys("church", out);
+  EXPECT_STREQ(out, "churches,churched,churching,churcher,churchest,");
+  vcGetAllWordVarys("CHURCH", out);
+  EXPECT_STREQ(out, "CHURCHes,CHURCHed,CHURCHing,CHURCHer,CHURCHest,");
+  vcGetAllWordVarys("work", out);
+  EXPECT_STREQ(out, "worked,working,worker,workest,");
+  vcGetAllWordVarys("h", out);
+  EXPECT_STREQ(out, "hed,hing,her,hest,");
+  EXPECT_EQ(vcGetAllWordVarys("", out), 14);
+}
+
+TEST_F(DictTest, IrregularFormsFile) {
+  std::string full(90, 'v');
+  Build({Entry({"go", "", "", "", "", "", "went,gone"}), Entry({"many", "", "", "", "", "", full})});
+  char out[81];
+  EXPECT_EQ(vcFindVary("GO", out), 9);
+  EXPECT_STREQ(out, "went,gone");
+  EXPECT_EQ(vcFindVary("went", out), -1);
+  EXPECT_EQ(vcFindVary("many", out), 80);  // fills the field, no NUL of its own
+  EXPECT_EQ(std::string(out, 80), full.substr(0, 80));
+  std::remove("vary.idx");
+  EXPECT_EQ(vcFindVary("go", out), -1);
+}
+
+TEST_F(DictTest, CutShortLibraryStaysInsideTheBuffer) {
+  Build({Entry({"w", "p", "meaning", "explanation", "samples"})});
+  tqtest::WriteFile("dictlib/hmorec.lib", tqtest::ReadFile("dictlib/hmorec.lib").substr(0, 3));
+  DictObject d;
+  OpenClassic(&d);
+  ASSERT_EQ(vcCmSearchWord(&d, "w"), 21);
+  char out[8];
+  EXPECT_EQ(vcCmGetAllDetails(&d, out), 3);
+  EXPECT_EQ(vcCmGetADetail(&d, out, 2), 0);
+  char mean[8], pron[8];
+  EXPECT_EQ(vcCmGetDictMeanAndPron(&d, "w", mean, pron), 21);
+  EXPECT_STREQ(pron, "[p]");
+  EXPECT_STREQ(mean, "");
+  vcCmCloseDict(&d);
+}
+
+}  // namespace

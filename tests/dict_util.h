@@ -1,0 +1,38 @@
+// Dictionaries for the tests, made by the tool from tab-separated sources
+// in the scratch folder.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "test_util.h"
+#include "tqcomm2006.h"
+
+namespace tqtest {
+
+// One source line: word, pronunciation, meaning, explanation, samples,
+// phrases, forms, root, related, grade (missing fields are empty).
+inline std::string Entry(std::vector<std::string> fields) {
+  std::string line;
+  for (size_t i = 0; i < fields.size(); ++i) line += (i ? "\t" : "") + fields[i];
+  return line;
+}
+
+class DictTest : public TempDirTest {
+ protected:
+  void Build(const std::vector<std::string>& lines) {
+    std::string src;
+    for (const std::string& l : lines) src += l + "\n";
+    WriteFile("src.txt", src);
+    std::string out;
+    ASSERT_EQ(tqtest::Run(std::string(TQCOMM_BIN) + " dict build src.txt -o . 2>&1", &out), 0) << out;
+  }
+  // The classic word dictionary, open.
+  void OpenClassic(DictObject* d) {
+    ASSERT_EQ(vcCmOpenDictDirect(d, "dictlib\\hmorec.idx", "dictlib\\hmorec.lib", work_), 1);
+  }
+  std::string Word(const DictObject& d) { return std::string(d.word, strnlen(d.word, 20)); }
+  char work_[4096] = {0};
+};
+
+}  // namespace tqtest

@@ -1,0 +1,41 @@
+// Making dictionary files: the entries of a source, sorted in the order the
+// library searches, written as the classic, expression and compact pairs, a
+// mean library and "vary.idx". Everything is enciphered through the
+// library's own DecodeExplain, so the files carry the key the library reads.
+#pragma once
+
+#include <string>
+#include <vector>
+
+namespace tqcomm {
+
+struct DictEntry {
+  std::string word;
+  std::string sections[7];  // as stored: section 0 begins "[pronunciation]\r\n"
+  std::string meanLine;     // the short meaning for the mean library
+  std::string pron;         // "[...]" or empty
+  std::string forms;        // irregular forms, for vary.idx
+  int grade = 0;            // 0: the default grade
+};
+
+// A tab-separated source in GBK (see cmd_dict.cpp for the fields).
+bool ReadTabSource(const std::string& path, std::vector<DictEntry>* entries, std::string* error);
+// WordNet's database folder (data.*, index.*, *.exc).
+bool ReadWordNet(const std::string& dir, std::vector<DictEntry>* entries, std::string* error);
+
+struct BuildCounts {
+  int words = 0, expressions = 0, classicWords = 0, classicExpressions = 0, vary = 0;
+};
+// Writes DIR/dictlib/{hmorec,hmorexp,vlkdictec,vlkdictexp}.{idx,lib},
+// DIR/dictlib/meanlib.dat and DIR/vary.idx.
+bool WriteDictionaries(std::vector<DictEntry> entries, const std::string& dir, BuildCounts* counts,
+                       std::string* error);
+
+}  // namespace tqcomm
+
+namespace tqcomm {
+// The stored related-words section: the synonyms' label and words, then on
+// a line of its own the antonyms' label and words (either list may be
+// empty; both empty gives an empty section).
+std::string RelatedSection(const std::string& synonyms, const std::string& antonyms);
+}  // namespace tqcomm

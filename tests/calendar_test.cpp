@@ -84,18 +84,20 @@ TEST_F(FileDates, LastWriteIsUtcAndCreationIsLocal) {
   vcGetFileTimeEx(Path("a.txt").c_str(), &y, &m, &d, nullptr, nullptr, 0);  // hour and minute optional
 }
 
-TEST_F(FileDates, MissingFileGivesThe1601Origin) {
-  int32_t y = 0, m = 0, d = 0, hh = 0, mm = 0;
-  vcGetFileTime("no such file", &y, &m, &d);
-  EXPECT_EQ(y * 10000 + m * 100 + d, 16010101);
+TEST_F(FileDates, WhatCannotBeOpenedGivesThe1601Origin) {
   time_t origin = static_cast<time_t>(-11644473600LL);
   struct tm local;
   ASSERT_NE(localtime_r(&origin, &local), nullptr);
-  vcGetFileTimeEx("no such file", &y, &m, &d, &hh, &mm, 0);
-  EXPECT_EQ(y, local.tm_year + 1900);
-  EXPECT_EQ(m, local.tm_mon + 1);
-  EXPECT_EQ(d, local.tm_mday);
-  EXPECT_EQ(hh, local.tm_hour);
+  ASSERT_EQ(mkdir(Path("folder").c_str(), 0755), 0);
+  for (const char* path : {"no such file", "folder"}) {
+    int32_t y = 0, m = 0, d = 0, hh = 0, mm = 0;
+    vcGetFileTime(path, &y, &m, &d);
+    EXPECT_EQ(y * 10000 + m * 100 + d, 16010101) << path;
+    vcGetFileTimeEx(path, &y, &m, &d, &hh, &mm, 0);
+    EXPECT_EQ(y * 10000 + m * 100 + d, (local.tm_year + 1900) * 10000 + (local.tm_mon + 1) * 100 + local.tm_mday)
+        << path;
+    EXPECT_EQ(hh, local.tm_hour) << path;
+  }
 }
 
 }  // namespace

@@ -3,6 +3,7 @@
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <time.h>
+#include <unistd.h>
 
 #include <string>
 
@@ -21,6 +22,20 @@ CivilTime FromTm(const struct tm& t) {
   return c;
 }
 
+// The times are those of a file opened for reading: what cannot be opened
+// so (a missing file, a folder) has none.
+int OpenForTimes(const char* path) {
+  if (path == nullptr) return -1;
+  int fd = open(env::NativePath(path).c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
+  if (fd < 0) return -1;
+  struct stat st;
+  if (fstat(fd, &st) != 0 || S_ISDIR(st.st_mode)) {
+    close(fd);
+    return -1;
+  }
+  return fd;
+}
+
 }  // namespace
 
 uint64_t NowTicksSince1601() {
@@ -31,27 +46,33 @@ uint64_t NowTicksSince1601() {
 }
 
 bool LastWriteTime(const char* path, int64_t* seconds) {
-  if (path == nullptr) return false;
+  int fd = OpenForTimes(path);
+  if (fd < 0) return false;
   struct stat st;
-  if (stat(env::NativePath(path).c_str(), &st) != 0) return false;
-  *seconds = st.st_mtime;
-  return true;
+  bool ok = fstat(fd, &st) == 0;
+  if (ok) *seconds = st.st_mtime;
+  close(fd);
+  return ok;
 }
 
 bool CreationTime(const char* path, int64_t* seconds) {
-  if (path == nullptr) return false;
-  std::string native = env::NativePath(path);
+  int fd = OpenForTimes(path);
+  if (fd < 0) return false;
+  bool ok = false;
 #ifdef STATX_BTIME
   struct statx sx;
-  if (statx(AT_FDCWD, native.c_str(), 0, STATX_BTIME | STATX_CTIME, &sx) == 0) {
+  if (statx(fd, "", AT_EMPTY_PATH, STATX_BTIME | STATX_CTIME, &sx) == 0) {
     *seconds = (sx.stx_mask & STATX_BTIME) ? sx.stx_btime.tv_sec : sx.stx_ctime.tv_sec;
-    return true;
+    ok = true;
   }
 #endif
   struct stat st;
-  if (stat(native.c_str(), &st) != 0) return false;
-  *seconds = st.st_ctime;
-  return true;
+  if (!ok && fstat(fd, &st) == 0) {
+    *seconds = st.st_ctime;
+    ok = true;
+  }
+  close(fd);
+  return ok;
 }
 
 CivilTime UtcCivil(int64_t seconds) {

@@ -17,7 +17,7 @@ constexpr int64_t kSeconds1601To1970 = 11644473600LL;
 uint64_t NowTicksSince1601();
 
 // Last-write time of a file, in seconds since 1970 (UTC). False when the
-// file cannot be examined.
+// file cannot be opened for reading (a folder cannot).
 bool LastWriteTime(const char* path, int64_t* seconds);
 // Creation time: the birth time where the file system keeps one, else the
 // time of the last status change.

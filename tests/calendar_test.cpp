@@ -47,6 +47,11 @@ TEST(Calendar, DaysFrom1900AreTwoShortOfDayNumbers) {
   // Years before 1900 add nothing; arguments are not checked.
   EXPECT_EQ(vcGetDaysFrom1900_1_1(1850, 1, 1), 0);
   EXPECT_EQ(vcGetDaysFrom1900_1_1(1900, 13, 1), 365);
+  // Far years count the same leap days as the walk through the dates.
+  for (int year : {2001, 2100, 2401, 9999}) {
+    EXPECT_EQ(DateStr(vcGetDaysFrom1900_1_1(year, 3, 1) + 2), std::to_string(year) + "-03-01") << year;
+  }
+  EXPECT_EQ(vcGetDaysFrom1900_1_1(1000000, 1, 1), 364548539);
 }
 
 TEST(Calendar, StopwatchCountsTicksSince1601) {

@@ -1,6 +1,7 @@
 #include "learning/record.h"
 
 #include <cstring>
+#include <limits>
 
 #include "core/random.h"
 
@@ -171,8 +172,10 @@ bool ReadRecord(std::FILE* f, LearningRecord* r) {
 bool WriteRecord(std::FILE* f, const LearningRecord& r) { return std::fwrite(&r, 1, sizeof r, f) == sizeof r; }
 
 bool SeekRecord(std::FILE* f, int32_t item_no) {
-  if (item_no < 0) return false;
-  return std::fseek(f, static_cast<long>(item_no) * kRecordSize, SEEK_SET) == 0;
+  // Where a long has 32 bits, a large item number has no position either.
+  const int64_t offset = static_cast<int64_t>(item_no) * kRecordSize;
+  if (item_no < 0 || offset > std::numeric_limits<long>::max()) return false;
+  return std::fseek(f, static_cast<long>(offset), SEEK_SET) == 0;
 }
 
 bool RecordReader::Refill() {

@@ -26,39 +26,25 @@ LearningRecord Learnt(int first, const char* results, int shown, int right, int 
   return tqtest::LearntOn(7, first, shown, right, results, attr);
 }
 
-TEST(LearningRecord, BlankRecordBytes) {
-  LearningRecord r = BlankRecord(0x01020304);
-  unsigned char b[48];
-  std::memcpy(b, &r, 48);
-  EXPECT_EQ(b[14], 0xFF);
-  EXPECT_EQ(b[15], 0xFF);  // firstDate
-  EXPECT_EQ(b[32], 0xFF);
-  EXPECT_EQ(b[33], 0xFF);  // lastDate
-  EXPECT_EQ(b[44], 0x04);
-  EXPECT_EQ(b[47], 0x01);  // itemNo, little-endian
-  for (int i : {16, 18, 20, 22, 24, 28, 36, 43}) EXPECT_EQ(b[i], 0) << i;
-}
-
-TEST(LearningRecord, FirstRightAnswerBytesAndDueDate) {
+TEST(LearningRecord, FirstRightAnswerAndDueDate) {
   LearningRecord r = BlankRecord(5);
+  EXPECT_EQ(DueDate(r, kCurve), tq::kNeverDue);
   EXPECT_FALSE(ApplyResult(&r, 40000, tq::kRight, kCurve));
-  unsigned char b[48];
-  std::memcpy(b, &r, 48);
-  const unsigned char day[2] = {0x40, 0x9C};  // 40000
-  EXPECT_EQ(0, std::memcmp(b + 0, day, 2));   // reviewDates[0]
-  EXPECT_EQ(0, std::memcmp(b + 14, day, 2));  // firstDate
-  EXPECT_EQ(0, std::memcmp(b + 32, day, 2));  // lastDate
-  EXPECT_EQ(b[16], 1);                        // stepIndex
-  EXPECT_EQ(b[18], 1);                        // shownCount
-  EXPECT_EQ(b[20], 1);                        // rightCount
-  EXPECT_EQ(b[24], 2);                        // attr: being learnt
-  EXPECT_EQ(b[36], 'Y');
-  EXPECT_EQ(b[37], 0);
-  EXPECT_EQ(b[44], 5);
+  EXPECT_EQ(r.reviewDates[0], 40000);
+  EXPECT_EQ(r.firstDate, 40000);
+  EXPECT_EQ(r.lastDate, 40000);
+  EXPECT_EQ(r.stepIndex, 1);
+  EXPECT_EQ(r.shownCount, 1);
+  EXPECT_EQ(r.rightCount, 1);
+  EXPECT_EQ(r.attr, tq::kAttrLearning);
+  EXPECT_EQ(Results(r), "Y");
+  EXPECT_EQ(r.itemNo, 5);
   EXPECT_EQ(DueDate(r, kCurve), 40001);
   const int32_t other[7] = {3, 5, 9, 9, 9, 9, 9};
   EXPECT_EQ(DueDate(r, other), 40002);  // only differences count
   EXPECT_TRUE(FinishedForToday(r, 40000));  // right at the very first showing
+  r.stepIndex = 7;
+  EXPECT_EQ(DueDate(r, kCurve), tq::kNeverDue);
 
   LearningRecord wrong = BlankRecord(5);
   ApplyResult(&wrong, 40000, tq::kWrong, kCurve);
@@ -66,13 +52,6 @@ TEST(LearningRecord, FirstRightAnswerBytesAndDueDate) {
   EXPECT_EQ(wrong.rightCount, 0);
   EXPECT_EQ(wrong.attr, tq::kAttrLearning);
   EXPECT_FALSE(FinishedForToday(wrong, 40000));
-}
-
-TEST(LearningRecord, NeverDue) {
-  EXPECT_EQ(DueDate(BlankRecord(0), kCurve), tq::kNeverDue);
-  LearningRecord r = Learnt(40000, "Y", 1, 1);
-  r.stepIndex = 7;
-  EXPECT_EQ(DueDate(r, kCurve), tq::kNeverDue);
 }
 
 TEST(LearningRecord, KnownAtFirstSightOrLater) {
@@ -178,7 +157,6 @@ TEST(LearningRecord, FortyPercentIsTheStrictSide) {
 }
 
 TEST(LearningRecord, ReturnDistances) {
-  std::set<int> seen;
   for (int i = 0; i < 200; ++i) {
     int u = tq::ReturnDistance(Learnt(1, "U", 1, 0));
     EXPECT_TRUE(u >= 10 && u <= 14) << u;
@@ -188,7 +166,6 @@ TEST(LearningRecord, ReturnDistances) {
     EXPECT_TRUE(yn >= 9 && yn <= 13) << yn;
     int yu = tq::ReturnDistance(Learnt(1, "YU", 1, 0));
     EXPECT_TRUE(yu >= 14 && yu <= 18) << yu;
-    seen.insert(n);
   }
   EXPECT_EQ(tq::ReturnDistance(Learnt(1, "Y", 1, 1)), 0);
   EXPECT_EQ(tq::ReturnDistance(Learnt(1, "YY", 1, 1)), -1);
@@ -230,10 +207,6 @@ TEST(Shuffle, SwapsEachElementWithAnEarlierOne) {
   EXPECT_EQ(items.size(), 40000u);
   EXPECT_NE(many.back().itemNo, 39999);
 }
-
-}  // namespace
-
-namespace {
 
 // The 40-percent tests use whole numbers; they must agree with the
 // floating-point division everywhere, signs and zero counts included.

@@ -115,6 +115,7 @@ TEST_F(HistoryTest, ListFileEdits) {
   WriteFile("one.llr", Ints({3}));
   EXPECT_EQ(vcCOrvexWizard_DeleteWordInLlr("one.llr", 3), 1);
   EXPECT_FALSE(tq::env::Exists("one.llr"));  // an emptied list is removed
+  EXPECT_TRUE(tq::env::Exists("tmptmp.his"));  // and its empty temporary stays
   EXPECT_EQ(vcCOrvexWizard_DeleteWordInLlr("one.llr", 3), -1);
   EXPECT_EQ(vcCOrvexWizard_InsertWordInLlr("one.llr", 3), -1);
 }

@@ -150,6 +150,11 @@ TEST_F(WizardTest, NewWordAllowanceFallsWithTheOldLoad) {
   EXPECT_EQ(added, 10);
   std::vector<int32_t> got = List();
   EXPECT_EQ(std::vector<int32_t>(got.begin() + 40, got.end()), Range(40, 49));  // file order
+  // Added new words are marked; the selected due words are not.
+  ASSERT_EQ(vcCOrvexWizard_SaveList(wiz_, "l.llr"), 50);
+  std::vector<LearningRecord> disk = ReadHistory(history_);
+  EXPECT_EQ(disk[40].hardOrNewFlag, 1);
+  EXPECT_EQ(disk[0].hardOrNewFlag, 0);
 
   // Five new words already in the list: at most 25 more, none twice.
   WriteHistory(history_, Blanks(100));
@@ -157,27 +162,47 @@ TEST_F(WizardTest, NewWordAllowanceFallsWithTheOldLoad) {
   EXPECT_EQ(vcCOrvexWizard_AddTodayList(wiz_, 0, 0, &added), 30);
   EXPECT_EQ(added, 25);
   EXPECT_EQ(List(), Range(0, 29));
+  // Only the flag's low byte asks for new words, but any flag shuffles.
+  ASSERT_EQ(Select(2), 0);
+  EXPECT_EQ(vcCOrvexWizard_AddTodayList(wiz_, 0x100, 0, &added), 30);
+  got = List();
+  EXPECT_NE(got, Range(0, 29));
+  std::sort(got.begin(), got.end());
+  EXPECT_EQ(got, Range(0, 29));
 }
 
 TEST_F(WizardTest, AddingOldWords) {
+  LearningRecord due_late = LearntOn(3, kToday - 1, 1, 1);
   std::vector<LearningRecord> recs = {
-      LearntOn(0, kToday - 1, 1, 1),         // due
-      LearntOn(1, kToday, 10, 3),            // weak
-      LearntOn(2, kToday, 10, 9),            // neither
-      LearntOn(3, kToday - 1, 1, 1, "Y", 1), // known: skipped, does not stop the pass
-      Blank(4),
-      LearntOn(5, kToday - 1, 1, 1),
+      LearntOn(0, kToday - 1, 1, 1),          // due
+      LearntOn(1, kToday, 10, 3),             // weak
+      LearntOn(2, kToday, 10, 9),             // neither
+      LearntOn(8, kToday - 1, 1, 1, "Y", 1),  // known: skipped before the limit test
+      due_late,                               // stored after a higher number
+      Blank(5),
+      LearntOn(6, kToday - 1, 1, 1),
   };
   WriteHistory(history_, recs);
   int32_t added = 0;
-  EXPECT_EQ(vcCOrvexWizard_AddTodayList(wiz_, 1, 100, &added), 3);
+  EXPECT_EQ(vcCOrvexWizard_AddTodayList(wiz_, 1, 100, &added), 4);
   std::vector<int32_t> got = List();
-  EXPECT_EQ(std::set<int32_t>(got.begin(), got.end()), std::set<int32_t>({0, 1, 5}));
-  EXPECT_EQ(vcCOrvexWizard_AddTodayList(wiz_, 1, 100, &added), 3);  // nothing twice
+  EXPECT_EQ(std::set<int32_t>(got.begin(), got.end()), std::set<int32_t>({0, 1, 3, 6}));
+  EXPECT_EQ(vcCOrvexWizard_AddTodayList(wiz_, 1, 100, &added), 4);  // nothing twice
   EXPECT_EQ(added, 0);
+  // A due word is taken plainly, a weak one as a hard word.
+  ASSERT_EQ(vcCOrvexWizard_SaveList(wiz_, "l.llr"), 4);
+  std::vector<LearningRecord> disk = ReadHistory(history_);
+  EXPECT_EQ(disk[0].hardOrNewFlag, 0);
+  EXPECT_EQ(disk[1].hardOrNewFlag, 1);
+  WriteHistory(history_, recs);
+  // The known word numbered past the limit does not end the pass; the
+  // blank one does.
   ASSERT_EQ(Select(2), 0);
-  EXPECT_EQ(vcCOrvexWizard_AddTodayList(wiz_, 1, 0, &added), 4);  // limit 0: every learnt word
-  EXPECT_EQ(vcCOrvexWizard_AddTodayList(wiz_, 1, 2, &added), 4);
+  EXPECT_EQ(vcCOrvexWizard_AddTodayList(wiz_, 1, 3, &added), 3);
+  got = List();
+  EXPECT_EQ(std::set<int32_t>(got.begin(), got.end()), std::set<int32_t>({0, 1, 3}));
+  ASSERT_EQ(Select(2), 0);
+  EXPECT_EQ(vcCOrvexWizard_AddTodayList(wiz_, 1, 0, &added), 5);  // limit 0: every learnt word
 }
 
 TEST_F(WizardTest, AnswersMoveWordsAndReachTheFileAtOnce) {

@@ -437,10 +437,11 @@ TQ_API int TQ_CALL vcCOrvexWizard_SetDate(int wizard, int today);
  * still open; 6 as 1 in file order. limit is the highest item number to
  * consider (0: all). The list length, or -1 without a history file. */
 TQ_API int TQ_CALL vcCOrvexWizard_GetWordsToLearn(int wizard, int mode, int limit);
-/* Adds to the list: new words (modeFlag 0, up to an allowance that falls
- * as the list's old words rise: 30, 20, 10, 5, 3) or old due and hard words
- * (modeFlag 1, shuffled; limit 0 takes every learnt word). *added gets the
- * number added. The list length, or -1 without a history file. */
+/* Adds to the list: new words (modeFlag's low byte 0, up to an allowance
+ * that falls as the list's old words rise: 30, 20, 10, 5, 3) or else old due
+ * and hard words (limit 0 takes every learnt word). Any modeFlag but 0
+ * shuffles what it adds. *added gets the number added. The list length, or
+ * -1 without a history file. */
 TQ_API int TQ_CALL vcCOrvexWizard_AddTodayList(int wizard, int modeFlag, int limit, int32_t* added);
 /* Records the result for the front word, writes its record to the history
  * file at once, and takes it off the list or moves it back. A completed

@@ -89,15 +89,14 @@ TEST(LearningRecord, DueReviewAdvancesAndLastStepCompletesAPass) {
   // A late review delays the following ones.
   ApplyResult(&r, 40010, tq::kRight, kCurve);
   EXPECT_EQ(DueDate(r, kCurve), 40012);
-
-  LearningRecord six = Learnt(40000, "YYYYYY", 6, 6);
-  six.stepIndex = 6;
-  six.reviewDates[5] = 40015;  // due 40015 + 30 - 15
-  EXPECT_FALSE(ApplyResult(&six, 40029, tq::kRight, kCurve));  // early: no step
-  EXPECT_TRUE(ApplyResult(&six, 40030, tq::kRight, kCurve));
-  EXPECT_EQ(six.stepIndex, 1);
-  EXPECT_EQ(six.reviewDates[0], 40030);
-  EXPECT_EQ(six.passCount, 1u);
+  // The last step completes a pass (and starts the next) only when due.
+  r.stepIndex = 6;
+  r.reviewDates[5] = 40015;  // due 40015 + 30 - 15
+  EXPECT_FALSE(ApplyResult(&r, 40029, tq::kRight, kCurve));
+  EXPECT_TRUE(ApplyResult(&r, 40030, tq::kRight, kCurve));
+  EXPECT_EQ(r.stepIndex, 1);
+  EXPECT_EQ(r.reviewDates[0], 40030);
+  EXPECT_EQ(r.passCount, 1u);
 }
 
 TEST(LearningRecord, RelapseAndRecovery) {

@@ -98,7 +98,7 @@ class PageBrowserTest : public tqtest::TempDirTest {
     std::string cmd = "timeout -k 5 120 '" + chromium_ +
                       "' --headless --no-sandbox --disable-gpu --disable-background-networking --no-first-run"
                       " --disable-component-update --disable-sync --disable-extensions --disable-default-apps"
-                      " --no-default-browser-check --user-data-dir='" + profile + "' " + what + " 'file://" +
+                      " --no-default-browser-check --disable-dev-shm-usage --user-data-dir='" + profile + "' " + what + " 'file://" +
                       Path(page) + "' 2>>'" + Path("chromium.log") + "'";
     std::string out;
     int status = tqtest::Run(cmd, &out);

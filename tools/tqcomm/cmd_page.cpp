@@ -64,7 +64,7 @@ int PageCommand(const Args& args_in) {
   const std::string& word = args[0];
   out_dir = Absolute(out_dir);
   mkdir(out_dir.c_str(), 0755);
-  std::string images = SampleDir() + "/../html";
+  std::string images = Absolute(SampleDir() + "/../html");  // beside the samples
 
   // The dictionaries name their files relative to the working directory
   // (the word forms' "vary.idx" too).

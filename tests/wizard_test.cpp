@@ -237,6 +237,23 @@ TEST_F(WizardTest, AnswersMoveWordsAndReachTheFileAtOnce) {
   EXPECT_EQ(ReadHistory(history_)[front].shownCount, shown + 1);
 }
 
+TEST_F(WizardTest, ADetachedRecordIsWrittenAtTheStart) {
+  // A record reset from outside carries item -1; learning it cannot place
+  // it, and it lands on the first record. The library leaves that be.
+  WriteHistory(history_, Blanks(3));
+  ASSERT_EQ(vcCOrvexWizard_SetItemAttrInFile(history_.c_str(), 2, 0), 1);
+  ASSERT_EQ(Select(0), 3);
+  EXPECT_EQ(vcCOrvexWizard_LearnItem(wiz_, 1), 2);
+  EXPECT_EQ(vcCOrvexWizard_LearnItem(wiz_, 1), 1);
+  EXPECT_EQ(vcCOrvexWizard_LearnItem(wiz_, 4), 0);
+  std::vector<LearningRecord> disk = ReadHistory(history_);
+  ASSERT_EQ(disk.size(), 3u);
+  EXPECT_EQ(disk[0].itemNo, -1);
+  EXPECT_EQ(disk[0].attr, 1);
+  EXPECT_EQ(disk[1].itemNo, 1);
+  EXPECT_EQ(disk[2].firstDate, 65535);
+}
+
 TEST_F(WizardTest, TheLastWordStaysUntilFinished) {
   WriteHistory(history_, Blanks(1));
   ASSERT_EQ(Select(0), 1);

@@ -42,6 +42,7 @@ TEST_F(LearnTool, TwoDaysFollowTheCurve) {
   for (int i = 0; i < 3; ++i) {
     EXPECT_EQ(h[i].firstDate, day1);
     EXPECT_EQ(h[i].attr, 2);
+    EXPECT_EQ(h[i].hardOrNewFlag, 1);  // entered the day as a new word
     EXPECT_EQ(h[i].itemNo, i);
   }
   EXPECT_EQ(h[3].firstDate, 65535);

@@ -194,8 +194,8 @@ class Session {
     int due = vcCOrvexWizard_GetWordsToLearn(wizard_, 1, 0);
     if (due < 0) return false;
     int32_t added = 0;
-    if (o_.new_words > 0 && vcCOrvexWizard_AddTodayList(wizard_, 0, 0, &added) < 0) return false;
-    if (added > o_.new_words) {
+    if (o_.new_words > 0 && vcCOrvexWizard_AddTodayList(wizard_, 0, NewWordLimit(), &added) < 0) return false;
+    if (added > o_.new_words) {  // only in a history whose records are out of order
       if (!KeepFirst(due + o_.new_words)) return false;
       added = o_.new_words;
     }
@@ -253,7 +253,20 @@ class Session {
     }
   }
 
-  // Cuts today's list to its first n words, through a list file.
+  // The highest item number that lets in no more than the new words asked
+  // for: that of the last of them, counting the words not yet met in file
+  // order. 0 (no limit) when the book has no more than that many.
+  int NewWordLimit() const {
+    long records = FileLengthOf(o_.history) / 48;
+    if (records <= 0) return 0;
+    std::vector<int32_t> fresh(static_cast<size_t>(records) + 1);
+    int n = vcCOrvexWizard_ReadWordListByAttr(o_.history.c_str(), 0, fresh.data());
+    if (n <= o_.new_words || n > records) return 0;
+    return fresh[static_cast<size_t>(o_.new_words) - 1];
+  }
+
+  // Cuts today's list to its first n words, through a list file. The words
+  // lose their new-or-hard marks on the way, so this is the last resort.
   bool KeepFirst(int n) {
     std::vector<int32_t> items(static_cast<size_t>(Length()) + 1);
     vcCOrvexWizard_ExportList(wizard_, items.data());

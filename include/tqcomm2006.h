@@ -331,8 +331,8 @@ TQ_API int TQ_CALL vcIfFileExist(const char* path);
 /* The next name of the search into name (260 bytes) and its length; 0 at
  * the end. The first call starts the search and sets started. */
 TQ_API int TQ_CALL FindFile(FindFileState* record, char* name);
-/* Ends the search: 1, 0 when it had found nothing, -1 when it never started.
- * Clears started, so the record can serve a new search. */
+/* Ends the search: 1; 0 when it had found nothing or was ended before; -1
+ * when it never started. started stays set: clear it to search again. */
 TQ_API int TQ_CALL MyFindClose(FindFileState* record);
 /* The length of a file in bytes, or -1 when it will not open. */
 TQ_API int TQ_CALL vcGetFileLength(const char* path);

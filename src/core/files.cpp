@@ -65,9 +65,11 @@ int FindNextName(FindFileState* record, char* name) {
 
 int EndFind(FindFileState* record) {
   if (record->started == 0) return -1;
+  // started stays as it is: the caller clears it for a new search. The
+  // number is dropped, as it may soon name another search; a FindFile or a
+  // close that follows answers 0, as on an ended search.
   bool closed = find::Close(record->findHandle);
   record->findHandle = 0;
-  record->started = 0;
   return closed ? 1 : 0;
 }
 

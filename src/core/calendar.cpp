@@ -77,16 +77,17 @@ int64_t MillisecondsSince(double earlier) {
   return static_cast<int64_t>(ms);
 }
 
+// A file that cannot be read keeps its times at zero: 1601-01-01.
 FileDate FileWriteDateUtc(const char* path) {
-  int64_t seconds;
-  if (!platform::LastWriteTime(path, &seconds)) seconds = -platform::kSeconds1601To1970;
-  return ToFileDate(platform::UtcCivil(seconds));
+  platform::FileTimes t;
+  platform::GetTimes(path, &t);
+  return ToFileDate(platform::UtcCivil(t.write));
 }
 
 FileDate FileCreationDateLocal(const char* path) {
-  int64_t seconds;
-  if (!platform::CreationTime(path, &seconds)) seconds = -platform::kSeconds1601To1970;
-  return ToFileDate(platform::LocalCivil(seconds));
+  platform::FileTimes t;
+  platform::GetTimes(path, &t);
+  return ToFileDate(platform::LocalCivil(t.creation));
 }
 
 }  // namespace tq

@@ -6,6 +6,7 @@
 
 #include "core/binary_io.h"
 #include "platform/env.h"
+#include "platform/file_times.h"
 #include "platform/find.h"
 
 namespace tq {
@@ -83,13 +84,13 @@ int FileLengthOf(const char* path) {
 }
 
 bool CopyFileTimes(const char* source, const char* destination) {
-  find::FileTimes t;
-  return find::GetTimes(source, &t) && find::SetTimes(destination, t);
+  platform::FileTimes t;
+  return platform::GetTimes(source, &t) && platform::SetTimes(destination, t);
 }
 
 bool SameWriteTime(const char* first, const char* second) {
-  find::FileTimes a, b;
-  return find::GetTimes(first, &a) && find::GetTimes(second, &b) && a.write == b.write;
+  platform::FileTimes a, b;
+  return platform::GetTimes(first, &a) && platform::GetTimes(second, &b) && a.write == b.write;
 }
 
 }  // namespace tq

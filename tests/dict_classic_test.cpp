@@ -76,13 +76,19 @@ TEST_F(DictTest, SmallAndEmptyIndexes) {
 }
 
 TEST_F(DictTest, LongWordsGradesAndSections) {
+  const std::string big(70000, 'b');
   Build({Entry({"abcdefghijklmnopqrs", "x", "m"}), Entry({"graded", "", "", "expl", "", "", "", "", "", "7"}),
-         Entry({"w", "p", "m1\\nm2", "", "s"})});
+         Entry({"huge", "-", big, big, "", "", "", "", "", "9"}), Entry({"w", "p", "m1\\nm2", "", "s"})});
   DictObject d;
   OpenClassic(&d);
   EXPECT_EQ(vcCmSearchWord(&d, "abcdefghijklmnopqrsTUVWXYZ"), 21);  // by its first 19 bytes
   EXPECT_EQ(vcCmSearchWord(&d, "graded"), 7);
   EXPECT_EQ(d.lengths[1], 4u);  // the low half alone
+  // Section 0's length keeps all 32 bits; a longer explanation was cut to
+  // its 16 and left the grade alone.
+  EXPECT_EQ(vcCmSearchWord(&d, "huge"), 9);
+  EXPECT_EQ(d.lengths[0], 70000u);
+  EXPECT_EQ(d.lengths[1], 65535u);
   EXPECT_EQ(vcCmSearchWord(&d, "w"), 21);
   char out[256];
   EXPECT_EQ(vcCmGetADetail(&d, out, 0), 11);

@@ -68,9 +68,13 @@ TEST_F(DictTest, SmallAndEmptyIndexes) {
   EXPECT_EQ(vcCmSearchWord(&d, "m"), -1);
   EXPECT_EQ(vcCmSearchWordClosest(&d, "m"), 0);
   vcCmCloseDict(&d);
-  // A failed open clears both files.
+  // A failed library: the direct open clears both files, the plain open
+  // leaves the index's closed number behind.
   EXPECT_EQ(vcCmOpenDictDirect(&d, "dictlib\\hmorec.idx", "dictlib\\none.lib", work_), -1);
   EXPECT_EQ(d.hIdx, 0u);
+  EXPECT_EQ(vcCmOpenDict(&d), -1);
+  EXPECT_NE(d.hIdx, 0u);
+  EXPECT_EQ(d.hLib, 0u);
   EXPECT_EQ(d.recordSize, 52u);
   EXPECT_EQ(d.wordFieldSize, 20u);
 }
@@ -255,7 +259,8 @@ TEST_F(DictTest, ExpressionWildcardScanReportsProgress) {
 }
 
 TEST_F(DictTest, MeanLibraryAndAddPron) {
-  Build({Entry({"apple", "a", G("苹果")}), Entry({"pear", "", G("梨")})});
+  const std::string w19 = "abcdefghijklmnopqrs";
+  Build({Entry({"apple", "a", G("苹果")}), Entry({"pear", "", G("梨")}), Entry({w19, "x", "m"})});
   MeanLibObject m;
   ASSERT_EQ(vcCmOpenMeanLib(&m, "dictlib\\meanlib.dat"), 1);
   char mean[200], pron[80];
@@ -270,10 +275,11 @@ TEST_F(DictTest, MeanLibraryAndAddPron) {
   vcCmCloseMeanLib(&m);
   EXPECT_EQ(m.hFile, 0u);
 
-  // Pronunciations from the dictionary into a library that has none; a
-  // word that fills its key leaves no room.
+  // Pronunciations from the dictionary into a library that has none. The
+  // lookup goes by the first 19 bytes, so long words find one too, and it
+  // is written only while word and pronunciation stay below 63 bytes.
   std::string records;
-  for (std::string w : {std::string("apple"), std::string(62, 'q')}) {
+  for (std::string w : {std::string("apple"), w19 + std::string(40, 'z'), w19 + std::string(41, 'z')}) {
     std::string r(224, '\0');
     r.replace(0, w.size(), w);
     r[w.size() + 1] = 'X';  // a stale pronunciation is cleared
@@ -284,9 +290,10 @@ TEST_F(DictTest, MeanLibraryAndAddPron) {
   OpenClassic(&d);
   EXPECT_EQ(vcAddPron(&d, "plain.dat", "withpron.dat"), 1);
   std::string out = tqtest::ReadFile("withpron.dat");
-  ASSERT_EQ(out.size(), 448u);
+  ASSERT_EQ(out.size(), 672u);
   EXPECT_EQ(out.substr(0, 10), std::string("apple\0[a]\0", 10));
-  EXPECT_EQ(out[224 + 63], '\0');
+  EXPECT_EQ(out.substr(224 + 59, 5), std::string("\0[x]\0", 5));
+  EXPECT_EQ(out.substr(448 + 60, 4), std::string(4, '\0'));
   vcCmCloseDict(&d);
 }
 

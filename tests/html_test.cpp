@@ -244,3 +244,26 @@ TEST_F(PrintablePageTest, HostileInputNeitherOverrunsNorHangs) {
 }
 
 }  // namespace
+
+// tqcomm page: a dictionary word's page with its images, through the
+// exports as a front end would make it.
+TEST_F(DetailPageTest, PageCommandWritesTheWordsPageWithItsImages) {
+  WriteFile("src.txt", G(u8"run\trAn\tv. 跑\\n\tto move fast\\n\t*#Run!\\n->跑！\\n\t\t\t\t\n"));
+  std::string out, tool = TQCOMM_BIN;
+  ASSERT_EQ(tqtest::Run(tool + " dict build src.txt -o dict 2>&1", &out), 0) << out;
+  ASSERT_EQ(tqtest::Run(tool + " page running -o pages --dict dict 2>&1", &out), 0) << out;
+  EXPECT_NE(out.find("pages/run.htm"), std::string::npos) << out;
+  EXPECT_EQ(ReadFile("pages/run.htm"),
+            kHead + Heading("dtMean", "cy_title.jpg") + G(u8"v. 跑") + "<br>\r\n" +
+                Heading("dtEMean", "ys_title.jpg") + "to move fast<br>\r\n" + Heading("dtSample", "lj_title.jpg") +
+                "<a href=\"ESRun!$\"><img border=\"0\" src=\"sound6.jpg\" width=\"15\" height=\"11\"></a>&nbsp;Run!"
+                "<br>\r\n&nbsp;&nbsp;&nbsp;" + G(u8"跑！") +
+                "<a href=\"A_S0\"><img border=\"0\" src=\"savesample.jpg\" width=\"11\" height=\"11\"></a>&nbsp;<br>\r\n" +
+                kTail);
+  for (const char* image : {"cy_title.jpg", "sound6.jpg", "icon.bmp"}) {
+    EXPECT_EQ(ReadFile(std::string("pages/") + image),
+              ReadFile(std::string(TQ_SOURCE_DIR) + "/data/html/" + image)) << image;
+  }
+  EXPECT_EQ(tqtest::Run(tool + " page zzz -o pages --dict dict 2>&1", &out), 1);
+  EXPECT_NE(out.find("zzz: not found"), std::string::npos) << out;
+}

@@ -98,7 +98,7 @@ class PageBrowserTest : public tqtest::TempDirTest {
     std::string cmd = "timeout -k 5 120 '" + chromium_ +
                       "' --headless --no-sandbox --disable-gpu --disable-background-networking --no-first-run"
                       " --disable-component-update --disable-sync --disable-extensions --disable-default-apps"
-                      " --no-default-browser-check --user-data-dir='" + profile + "' " + what + " 'file://" +
+                      " --no-default-browser-check --disable-dev-shm-usage --user-data-dir='" + profile + "' " + what + " 'file://" +
                       Path(page) + "' 2>>'" + Path("chromium.log") + "'";
     std::string out;
     int status = tqtest::Run(cmd, &out);
@@ -129,6 +129,16 @@ class PageBrowserTest : public tqtest::TempDirTest {
       if (kind == "done") f.done = true;
     }
     return f;
+  }
+
+  // A picture of the page, kept beside the build for a person to look at.
+  void Screenshot(const std::string& page, const std::string& name, int height) {
+    std::string shot = std::string(TQ_BINARY_DIR) + "/browser_check/" + name;
+    ASSERT_EQ(tqtest::Run("mkdir -p '" + std::string(TQ_BINARY_DIR) + "/browser_check' && rm -f '" + shot + "'",
+                          nullptr),
+              0);
+    Chromium("--hide-scrollbars --window-size=720," + std::to_string(height) + " --screenshot='" + shot + "'", page);
+    EXPECT_EQ(ReadFile(shot).substr(0, 8), "\x89PNG\r\n\x1a\n");
   }
 
   std::string Texts(const std::vector<std::string>& utf8) {
@@ -184,13 +194,7 @@ TEST_F(PageBrowserTest, DetailPageRendersWithEveryAnchorAndSoundLink) {
   }
   EXPECT_EQ(f.saves, (std::vector<std::string>{"A_S0", "A_S1", "A_N0"}));
 
-  // A picture of the page, kept beside the build for a person to look at.
-  std::string shot = std::string(TQ_BINARY_DIR) + "/browser_check/detail.png";
-  ASSERT_EQ(tqtest::Run("mkdir -p '" + std::string(TQ_BINARY_DIR) + "/browser_check' && rm -f '" + shot + "'",
-                        nullptr),
-            0);
-  Chromium("--hide-scrollbars --window-size=720,1000 --screenshot='" + shot + "'", "detail.htm");
-  EXPECT_EQ(ReadFile(shot).substr(0, 8), "\x89PNG\r\n\x1a\n");
+  Screenshot("detail.htm", "detail.png", 1000);
 }
 
 TEST_F(PageBrowserTest, PrintablePageRendersWithoutTextBoxes) {
@@ -214,6 +218,7 @@ TEST_F(PageBrowserTest, PrintablePageRendersWithoutTextBoxes) {
   EXPECT_TRUE(f.done);
   EXPECT_EQ(f.charset, "GBK");
   EXPECT_EQ(f.fails, std::vector<std::string>());
+  Screenshot("print.htm", "printable.png", 300);
 }
 
 }  // namespace

@@ -57,11 +57,16 @@ bool ReadAllOffsets(const char* path, std::vector<int32_t>* offsets) {
   return true;
 }
 
-// Copies whole 32-bit entries from one file to the other; stops early at the
-// end of the input.
+// Copies up to count 32-bit entries from one file to the other, stopping
+// early at the end of the input.
 void CopyInts(std::FILE* in, std::FILE* out, long count) {
   int32_t v;
-  for (long i = 0; (count < 0 || i < count) && ReadI32(in, &v); ++i) WriteI32(out, v);
+  for (long i = 0; i < count && ReadI32(in, &v); ++i) WriteI32(out, v);
+}
+
+void CopyRest(std::FILE* in, std::FILE* out) {
+  int32_t v;
+  while (ReadI32(in, &v)) WriteI32(out, v);
 }
 
 // Puts the finished temporary file in place of the target.
@@ -86,7 +91,7 @@ int EditTag(const char* tag_path, int position, bool insert) {
   } else {
     ReadI32(in, &dropped);
   }
-  CopyInts(in, out, -1);
+  CopyRest(in, out);
   std::fclose(in);
   std::fclose(out);
   return ReplaceWithTemp(kTempTag, tag_path) ? 1 : -1;
@@ -307,7 +312,7 @@ int Book::AddWord(int lib_open, int position, const BookEntryIn& in) {
   } else {
     CopyInts(idx_, temp, position);
     if (offset >= 0) WriteI32(temp, static_cast<int32_t>(offset));
-    CopyInts(idx_, temp, -1);
+    CopyRest(idx_, temp);
     CloseSlot(&idx_);
     std::fclose(temp);
     if (!ReplaceWithTemp(kTempIndex, idx_path_)) offset = -1;

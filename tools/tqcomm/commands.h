@@ -20,6 +20,7 @@ int DictCommand(const Args& args);
 int LookupCommand(const Args& args);
 
 // (page)
+int PageCommand(const Args& args);
 
 
 // GBK text from the library, shown on a terminal that may speak UTF-8.

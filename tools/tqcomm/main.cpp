@@ -110,6 +110,7 @@ const Command kCommands[] = {
     {"lookup", tqcomm::LookupCommand, "lookup WORD [--dict DIR] | lookup --wild PATTERN [--dict DIR]"},
 
     // (page)
+    {"page", tqcomm::PageCommand, "page WORD [-o DIR] [--dict DIR]"},
 
 };
 

@@ -675,7 +675,8 @@ TQ_API int TQ_CALL vcExpNoneExactSearch(ExpDictObject* dict, char* pattern, int 
  * gets the word, and the answer is its length; 0 if none. */
 TQ_API int TQ_CALL vcCmSearchOrignalWord(DictObject* dict, const char* word, char* out);
 /* The irregular forms stored for word in "vary.idx" of the working
- * directory (out: 81 bytes), and their length; -1 if absent or no file. */
+ * directory (out: 80 bytes, with no NUL of their own when the forms fill
+ * them), and their length; -1 if absent or no file. */
 TQ_API int TQ_CALL vcFindVary(const char* word, char* out);
 /* The regular forms of word, each followed by ","; the length of out. */
 TQ_API int TQ_CALL vcGetAllWordVarys(const char* word, char* out);

@@ -80,6 +80,11 @@ bool WriteDictionaries(std::vector<DictEntry> entries, const std::string& dir, B
                               return vcStrcmp(a.word.c_str(), b.word.c_str()) == 0;
                             }),
                 entries.end());
+  // Sections 1 to 6 have 16-bit length fields (the grade shares the first),
+  // so a longer one is cut rather than let its length spill into the grade.
+  for (DictEntry& e : entries) {
+    for (int k = 1; k < 7; ++k) e.sections[k] = CutGbk(e.sections[k], 0xFFFF);
+  }
   mkdir(dir.c_str(), 0755);
   std::string lib_dir = dir + "/dictlib";
   mkdir(lib_dir.c_str(), 0755);

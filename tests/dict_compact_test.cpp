@@ -181,7 +181,7 @@ TEST_F(EcDictTest, ConversionUnderAnOpenHandleShrinksTheIndexSafely) {
   // A one-word classic pair converted over the open compact index.
   std::string out;
   tqtest::WriteFile("one.txt", Entry({"zebra", "z", "m"}) + "\n");
-  ASSERT_EQ(tqtest::Run(std::string(TQCOMM_BIN) + " dict build one.txt -o one 2>&1", &out), 0) << out;
+  ASSERT_EQ(tqtest::Run(std::string(TQCOMM_BIN) + " dict build one.txt -o one --verbatim 2>&1", &out), 0) << out;
   tqtest::WriteFile("dictlib/hmorec.idx", tqtest::ReadFile("one/dictlib/hmorec.idx"));
   tqtest::WriteFile("dictlib/hmorec.lib", tqtest::ReadFile("one/dictlib/hmorec.lib"));
   ASSERT_EQ(vcOldDictToNew(), 1);

@@ -111,8 +111,8 @@ void FinishSections(DictEntry* e) {
 
 }  // namespace
 
-bool WriteDictionaries(std::vector<DictEntry> entries, const std::string& dir, BuildCounts* counts,
-                       std::string* error) {
+bool WriteDictionaries(std::vector<DictEntry> entries, const std::string& dir, bool finish_sections,
+                       BuildCounts* counts, std::string* error) {
   // The search order: bytes as unsigned values, A to Z folded. Entries that
   // fold to the same word keep the first.
   std::stable_sort(entries.begin(), entries.end(), [](const DictEntry& a, const DictEntry& b) {
@@ -145,7 +145,7 @@ bool WriteDictionaries(std::vector<DictEntry> entries, const std::string& dir, B
   }
   for (DictEntry& e : entries) {
     if (e.word.empty() || e.word.size() > 63) continue;
-    FinishSections(&e);
+    if (finish_sections) FinishSections(&e);
     uint32_t lengths[7];
     for (int k = 0; k < 7; ++k) lengths[k] = static_cast<uint32_t>(e.sections[k].size());
     uint32_t grade = e.grade != 0 ? static_cast<uint32_t>(e.grade) & 0xFFFF : 21;

@@ -331,8 +331,8 @@ TQ_API int TQ_CALL vcIfFileExist(const char* path);
 /* The next name of the search into name (260 bytes) and its length; 0 at
  * the end. The first call starts the search and sets started. */
 TQ_API int TQ_CALL FindFile(FindFileState* record, char* name);
-/* Ends the search: 1, 0 when it had found nothing, -1 when it never started.
- * Clears started, so the record can serve a new search. */
+/* Ends the search: 1; 0 when it had found nothing or was ended before; -1
+ * when it never started. started stays set: clear it to search again. */
 TQ_API int TQ_CALL MyFindClose(FindFileState* record);
 /* The length of a file in bytes, or -1 when it will not open. */
 TQ_API int TQ_CALL vcGetFileLength(const char* path);
@@ -676,7 +676,8 @@ TQ_API int TQ_CALL vcExpNoneExactSearch(ExpDictObject* dict, char* pattern, int 
  * gets the word, and the answer is its length; 0 if none. */
 TQ_API int TQ_CALL vcCmSearchOrignalWord(DictObject* dict, const char* word, char* out);
 /* The irregular forms stored for word in "vary.idx" of the working
- * directory (out: 81 bytes), and their length; -1 if absent or no file. */
+ * directory (out: 80 bytes, with no NUL of their own when the forms fill
+ * them), and their length; -1 if absent or no file. */
 TQ_API int TQ_CALL vcFindVary(const char* word, char* out);
 /* The regular forms of word, each followed by ","; the length of out. */
 TQ_API int TQ_CALL vcGetAllWordVarys(const char* word, char* out);

@@ -172,6 +172,27 @@ TEST_F(EcDictTest, OldDictToNewMatchesTheBuiltFiles) {
   EXPECT_EQ(vcOldDictToNew(), -1);
 }
 
+TEST_F(EcDictTest, ConversionUnderAnOpenHandleShrinksTheIndexSafely) {
+  std::vector<std::string> lines;
+  for (int i = 0; i < 200; ++i) lines.push_back(Entry({"w" + std::to_string(1000 + i)}));
+  Build(lines);
+  int h = OpenWords();
+  ASSERT_EQ(vcEcDict_Search(h, "w1199", 0, 0), 1);
+  // A one-word classic pair converted over the open compact index.
+  std::string out;
+  tqtest::WriteFile("one.txt", Entry({"zebra", "z", "m"}) + "\n");
+  ASSERT_EQ(tqtest::Run(std::string(TQCOMM_BIN) + " dict build one.txt -o one --verbatim 2>&1", &out), 0) << out;
+  tqtest::WriteFile("dictlib/hmorec.idx", tqtest::ReadFile("one/dictlib/hmorec.idx"));
+  tqtest::WriteFile("dictlib/hmorec.lib", tqtest::ReadFile("one/dictlib/hmorec.lib"));
+  ASSERT_EQ(vcOldDictToNew(), 1);
+  // A key behind the one record would step into what the index held before.
+  EXPECT_EQ(vcEcDict_Search(h, "zz", 0, 1), 1);
+  EXPECT_EQ(Current(h), "zebra");
+  char star[4] = "*", words[64];
+  EXPECT_EQ(vcEcDict_WildSearch(h, star, words, 0, 0), 12);  // zebra, twice
+  vcEcDict_Close(h);
+}
+
 TEST_F(EcDictTest, AppendMean) {
   Build({Entry({"apple", "", G("苹果")}), Entry({"pear", "", G("梨\\n第二行")}), Entry({"look after", "", G("照顾")})});
   int words = OpenWords();

@@ -25,7 +25,7 @@ class DictTest : public TempDirTest {
     for (const std::string& l : lines) src += l + "\n";
     WriteFile("src.txt", src);
     std::string out;
-    ASSERT_EQ(tqtest::Run(std::string(TQCOMM_BIN) + " dict build src.txt -o . 2>&1", &out), 0) << out;
+    ASSERT_EQ(tqtest::Run(std::string(TQCOMM_BIN) + " dict build src.txt -o . --verbatim 2>&1", &out), 0) << out;
   }
   // The classic word dictionary, open.
   void OpenClassic(DictObject* d) {

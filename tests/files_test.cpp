@@ -44,7 +44,10 @@ std::set<std::string> FindAll(const std::string& pattern, int* closeAnswer = nul
   EXPECT_EQ(rec.started, 1);
   int closed = MyFindClose(&rec);
   if (closeAnswer) *closeAnswer = closed;
-  EXPECT_EQ(MyFindClose(&rec), -1);  // the record is ready for a new search
+  // An ended search stays ended until the caller clears started.
+  EXPECT_EQ(rec.started, 1);
+  EXPECT_EQ(FindFile(&rec, name), 0);
+  EXPECT_EQ(MyFindClose(&rec), 0);
   return names;
 }
 

@@ -248,7 +248,9 @@ TEST_F(PrintablePageTest, HostileInputNeitherOverrunsNorHangs) {
 // tqcomm page: a dictionary word's page with its images, through the
 // exports as a front end would make it.
 TEST_F(DetailPageTest, PageCommandWritesTheWordsPageWithItsImages) {
-  WriteFile("src.txt", G(u8"run\trAn\tv. 跑\\n\tto move fast\\n\t*#Run!\\n->跑！\\n\t\t\t\t\n"));
+  // A plain source: the builder closes every line and tags the sample and
+  // its translation, so that no line is lost on the page.
+  WriteFile("src.txt", G(u8"run\trAn\tv. 跑\tto move fast\tRun!\\n跑！\t\t\t\t\n"));
   std::string out, tool = TQCOMM_BIN;
   ASSERT_EQ(tqtest::Run(tool + " dict build src.txt -o dict 2>&1", &out), 0) << out;
   ASSERT_EQ(tqtest::Run(tool + " page running -o pages --dict dict 2>&1", &out), 0) << out;

@@ -52,6 +52,10 @@ TEST_F(WordText, AlternateLinesPairEnglishWithTheLineBelow) {
   text = G(u8"apple n. 苹果\npear\n梨\n");
   EXPECT_EQ(ReadAll(text, false), (Items{{"pear", G(u8"梨")}}));
 
+  // A line longer than 3,998 bytes arrives as two.
+  std::string a(3998, 'a');
+  EXPECT_EQ(ReadAll(a + "bbbbb\n" + G(u8"长") + "\n", false), (Items{{a, ""}, {"bbbbb", G(u8"长")}}));
+
   EXPECT_EQ(ReadAll("", false), Items{});
   EXPECT_EQ(ReadAll(G(u8"只有中文\n"), false), Items{});
 }
@@ -85,28 +89,25 @@ TEST_F(WordText, OneLineEntriesSplitAtTheMark) {
   EXPECT_EQ(ReadAll(text, true), want);
 }
 
-TEST_F(WordText, LongLinesArriveInPieces) {
-  std::string a(3998, 'a'), b(5, 'b');
-  Items items = ReadAll(a + b + "\n" + G(u8"长") + "\n", false);
-  EXPECT_EQ(items, (Items{{a, ""}, {b, G(u8"长")}}));
-}
-
-TEST_F(WordText, EmptyHandlesAndMissingFiles) {
-  char en[8] = "x", zh[8] = "y";
-  EXPECT_EQ(vcCEnglishTxtFile_GetNextItem(0, en, zh), -1);
+TEST_F(WordText, HandlesAreSpentOnCloseAndTheTwentiethOpenFails) {
+  char en[4000] = "x", zh[4000] = "y";
+  for (int empty : {0, -1, 20, 1000}) {
+    EXPECT_EQ(vcCEnglishTxtFile_GetNextItem(empty, en, zh), -1);
+    vcCEnglishTxtFile_Close(empty);
+  }
   EXPECT_STREQ(en, "");
   EXPECT_STREQ(zh, "");
-  vcCEnglishTxtFile_Close(0);
-  EXPECT_EQ(vcCEnglishTxtFile_Open("missing.txt"), -1);
-}
 
-TEST_F(WordText, HandlesAreSpentOnCloseAndTheTwentiethOpenFails) {
+  // Every handle is new, and a file that will not open spends one too;
+  // after handle 19 none is left, closed or not.
   WriteFile("w.txt", "a\n");
-  // Every handle is new; after handle 19 none is left, closed or not.
-  int last = 0;
-  for (int h; (h = vcCEnglishTxtFile_Open("w.txt")) != -1;) {
-    ASSERT_GT(h, last);
-    char en[4000], zh[4000];
+  int h = vcCEnglishTxtFile_Open("w.txt");
+  ASSERT_GT(h, 0);
+  vcCEnglishTxtFile_Close(h);
+  ASSERT_EQ(vcCEnglishTxtFile_Open("missing.txt"), -1);
+  int last = h + 1;
+  while ((h = vcCEnglishTxtFile_Open("w.txt")) != -1) {
+    ASSERT_EQ(h, last + 1);
     EXPECT_EQ(vcCEnglishTxtFile_GetNextItem(h, en, zh), 1);
     vcCEnglishTxtFile_Close(h);
     EXPECT_EQ(vcCEnglishTxtFile_GetNextItem(h, en, zh), -1);

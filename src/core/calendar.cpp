@@ -80,16 +80,18 @@ int64_t MillisecondsSince(double earlier) {
   return static_cast<int64_t>(ms);
 }
 
+// A file that cannot be opened for reading (a folder cannot) keeps its
+// times at zero: 1601-01-01.
 FileDate FileWriteDateUtc(const char* path) {
-  int64_t seconds;
-  if (!platform::LastWriteTime(path, &seconds)) seconds = -platform::kSeconds1601To1970;
-  return ToFileDate(platform::UtcCivil(seconds));
+  platform::FileTimes t;
+  platform::GetReadableFileTimes(path, &t);
+  return ToFileDate(platform::UtcCivil(t.write));
 }
 
 FileDate FileCreationDateLocal(const char* path) {
-  int64_t seconds;
-  if (!platform::CreationTime(path, &seconds)) seconds = -platform::kSeconds1601To1970;
-  return ToFileDate(platform::LocalCivil(seconds));
+  platform::FileTimes t;
+  platform::GetReadableFileTimes(path, &t);
+  return ToFileDate(platform::LocalCivil(t.creation));
 }
 
 }  // namespace tq

@@ -6,6 +6,7 @@
 
 #include "core/binary_io.h"
 #include "platform/env.h"
+#include "platform/file_times.h"
 #include "platform/find.h"
 
 namespace tq {
@@ -65,9 +66,11 @@ int FindNextName(FindFileState* record, char* name) {
 
 int EndFind(FindFileState* record) {
   if (record->started == 0) return -1;
+  // started stays as it is: the caller clears it for a new search. The
+  // number is dropped, as it may soon name another search; a FindFile or a
+  // close that follows answers 0, as on an ended search.
   bool closed = find::Close(record->findHandle);
   record->findHandle = 0;
-  record->started = 0;
   return closed ? 1 : 0;
 }
 
@@ -81,13 +84,13 @@ int FileLengthOf(const char* path) {
 }
 
 bool CopyFileTimes(const char* source, const char* destination) {
-  find::FileTimes t;
-  return find::GetTimes(source, &t) && find::SetTimes(destination, t);
+  platform::FileTimes t;
+  return platform::GetTimes(source, &t) && platform::SetTimes(destination, t);
 }
 
 bool SameWriteTime(const char* first, const char* second) {
-  find::FileTimes a, b;
-  return find::GetTimes(first, &a) && find::GetTimes(second, &b) && a.write == b.write;
+  platform::FileTimes a, b;
+  return platform::GetTimes(first, &a) && platform::GetTimes(second, &b) && a.write == b.write;
 }
 
 }  // namespace tq

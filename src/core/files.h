@@ -8,7 +8,8 @@ namespace tq {
 bool FileExists(const char* pathOrPattern);
 // The next found name into name and its length, 0 at the end.
 int FindNextName(FindFileState* record, char* name);
-// 1, 0 when the search had found nothing, -1 when it never started.
+// 1, 0 when the search had found nothing or was ended before, -1 when it
+// never started.
 int EndFind(FindFileState* record);
 // The length of a file that opens for reading, else -1.
 int FileLengthOf(const char* path);

@@ -207,8 +207,6 @@ int AddPron(DictObject* d, const char* srcPath, const char* dstPath) {
       std::memcpy(word, record, kMeanKey - 1);
       word[kMeanKey - 1] = '\0';
       size_t wl = std::strlen(word);
-      // The pronunciation may be as long as the entry's section 0.
-      std::vector<char> pron(static_cast<size_t>(kMeanKey) + 8, '\0');
       std::string p, m;
       if (SearchWord(d, word) != -1) {
         std::string section = ReadLibrary(Lib(d), d->libOffset, d->lengths[0]);

@@ -1,5 +1,6 @@
 #include "dict/ec_dict.h"
 
+#include <atomic>
 #include <cstring>
 #include <vector>
 
@@ -13,6 +14,19 @@
 #include "platform/host.h"
 
 namespace tq::dict {
+
+namespace {
+
+// Counts the rewrites of compact indexes by this process (vcOldDictToNew
+// writes them in place, through the same file that an open handle maps).
+// A handle maps its index again when the count has moved: reading a view
+// past the end of a file that has since been cut shorter would fault. The
+// size is not checked on every search: that system call would cost more
+// than the search itself. Another program cutting an open index short is
+// not guarded against; on Windows the system refuses to cut a mapped file.
+std::atomic<unsigned> g_index_rewrites{0};
+
+}  // namespace
 
 EcDicts& EcDictTable() {
   static EcDicts table;
@@ -30,6 +44,7 @@ EcDict* EcDict::Open(const char* idxPath, const char* libPath, char* workBuffer)
   d->idx_ = idx;
   d->lib_ = lib;
   d->map_.Map(idx);  // an empty index stays unmapped and is read as a file
+  d->rewrites_seen_ = g_index_rewrites.load();
   CopyField(d->idx_path_, sizeof d->idx_path_, idxPath);
   CopyField(d->lib_path_, sizeof d->lib_path_, libPath);
   if (workBuffer != nullptr) {
@@ -61,12 +76,21 @@ auto EcDict::WithRecords(Fn fn) {
   return fn(records);
 }
 
+void EcDict::CheckView() {
+  unsigned now = g_index_rewrites.load();
+  if (now == rewrites_seen_) return;
+  rewrites_seen_ = now;
+  map_.Refresh(idx_);
+}
+
 void EcDict::SettleIndex() {
   if (pending_position_ >= 0) std::fseek(idx_, pending_position_, SEEK_SET);
   pending_position_ = -1;
 }
 
 int EcDict::Search(const char* word, int tryBaseForm, int acceptClosest) {
+  if (word == nullptr) word = "";
+  CheckView();
   // The whole search runs on one view of the records; the base-form chain
   // works on a copy of the word.
   long position = WithRecords([&](auto& records) {
@@ -178,6 +202,7 @@ int EcDict::FillRelatedWordList(int synonymList, int antonymList) {
 int EcDict::WildSearch(char* pattern, char* outBuffer, int listWindow, int progressWindow) {
   if (progressWindow != 0) host::SendMessage(progressWindow, host::kProgressSetRange, 0, 0x640000);
   if (pattern == nullptr || pattern[0] == '\0') return 0;
+  map_.Refresh(idx_);  // beside a whole scan the size check costs nothing
   // The scan keeps the step and the end of the expression index's 48-byte
   // records while reading 96 bytes at a time, as it always has: it reads
   // twice as often as its range holds records, and the reads past the end
@@ -295,6 +320,7 @@ bool ConvertIndex(const char* from, const char* to, int sourceRecord, Convert co
   }
   std::fclose(in);
   std::fclose(out);
+  ++g_index_rewrites;
   return true;
 }
 

@@ -47,6 +47,8 @@ class EcDict {
   template <class Fn>
   auto WithRecords(Fn fn);
   void SettleIndex();
+  // Brings the view up to date after this process rewrote a compact index.
+  void CheckView();
   char* Buffer(char* out) { return out != nullptr ? out : work_buffer_; }
   uint64_t Room(char* out) const { return out == nullptr && owns_buffer_ ? kOwnBuffer - 1 : UINT64_MAX; }
   EntryRef Entry() const { return entry_; }
@@ -55,6 +57,7 @@ class EcDict {
   std::FILE* lib_ = nullptr;
   env::MappedFile map_;
   long pending_position_ = -1;
+  unsigned rewrites_seen_ = 0;
   char idx_path_[80] = {0};
   char lib_path_[80] = {0};
   char word_[kWordField] = {0};

@@ -18,7 +18,6 @@ class WordSet {
  public:
   void Add(const char* word) { words_.insert(word); }
   bool Contains(const char* word) const { return words_.find(word) != words_.end(); }
-  const std::multiset<std::string>& words() const { return words_; }
 
  private:
   std::multiset<std::string> words_;

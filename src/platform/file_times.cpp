@@ -5,12 +5,28 @@
 #include <time.h>
 #include <unistd.h>
 
-#include <string>
-
 #include "platform/env.h"
 
 namespace tq::platform {
 namespace {
+
+// Seconds from 1601-01-01 to 1970-01-01.
+constexpr int64_t kEpochGap = 11644473600LL;
+constexpr uint64_t kTicksPerSecond = 10000000ULL;
+
+uint64_t ToTicks(int64_t seconds, uint32_t nanoseconds) {
+  if (seconds < -kEpochGap) return 0;
+  return static_cast<uint64_t>(seconds + kEpochGap) * kTicksPerSecond + nanoseconds / 100;
+}
+
+uint64_t ToTicks(const struct statx_timestamp& t) { return ToTicks(t.tv_sec, t.tv_nsec); }
+
+struct timespec FromTicks(uint64_t ticks) {
+  struct timespec t;
+  t.tv_sec = static_cast<time_t>(static_cast<int64_t>(ticks / kTicksPerSecond) - kEpochGap);
+  t.tv_nsec = static_cast<long>((ticks % kTicksPerSecond) * 100);
+  return t;
+}
 
 CivilTime FromTm(const struct tm& t) {
   CivilTime c;
@@ -22,68 +38,63 @@ CivilTime FromTm(const struct tm& t) {
   return c;
 }
 
-// The times are those of a file opened for reading: what cannot be opened
-// so (a missing file, a folder) has none.
-int OpenForTimes(const char* path) {
-  if (path == nullptr) return -1;
-  int fd = open(env::NativePath(path).c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
-  if (fd < 0) return -1;
-  struct stat st;
-  if (fstat(fd, &st) != 0 || S_ISDIR(st.st_mode)) {
-    close(fd);
-    return -1;
-  }
-  return fd;
-}
+time_t Seconds(uint64_t ticks) { return static_cast<time_t>(static_cast<int64_t>(ticks / kTicksPerSecond) - kEpochGap); }
 
 }  // namespace
+
+bool StatNative(const std::string& native, FileStatus* status) {
+  struct statx sx;
+  if (::statx(AT_FDCWD, native.c_str(), 0, STATX_BASIC_STATS | STATX_BTIME, &sx) != 0) return false;
+  status->directory = S_ISDIR(sx.stx_mode);
+  status->size = static_cast<int64_t>(sx.stx_size);
+  status->times.access = ToTicks(sx.stx_atime);
+  status->times.write = ToTicks(sx.stx_mtime);
+  status->times.creation = ToTicks((sx.stx_mask & STATX_BTIME) ? sx.stx_btime : sx.stx_ctime);
+  return true;
+}
+
+bool GetTimes(const char* path, FileTimes* times) {
+  if (path == nullptr) return false;
+  FileStatus s;
+  if (!StatNative(env::NativePath(path), &s)) return false;
+  *times = s.times;
+  return true;
+}
+
+bool GetReadableFileTimes(const char* path, FileTimes* times) {
+  if (path == nullptr) return false;
+  std::string native = env::NativePath(path);
+  // Not blocking on a pipe that has no writer.
+  int fd = ::open(native.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
+  if (fd < 0) return false;
+  ::close(fd);
+  FileStatus s;
+  if (!StatNative(native, &s) || s.directory) return false;
+  *times = s.times;
+  return true;
+}
+
+bool SetTimes(const char* path, const FileTimes& times) {
+  if (path == nullptr) return false;
+  struct timespec t[2] = {FromTicks(times.access), FromTicks(times.write)};
+  return ::utimensat(AT_FDCWD, env::NativePath(path).c_str(), t, 0) == 0;
+}
 
 uint64_t NowTicksSince1601() {
   struct timespec ts;
   clock_gettime(CLOCK_REALTIME, &ts);
-  return (static_cast<uint64_t>(ts.tv_sec) + kSeconds1601To1970) * 10000000ULL +
-         static_cast<uint64_t>(ts.tv_nsec) / 100;
+  return ToTicks(ts.tv_sec, static_cast<uint32_t>(ts.tv_nsec));
 }
 
-bool LastWriteTime(const char* path, int64_t* seconds) {
-  int fd = OpenForTimes(path);
-  if (fd < 0) return false;
-  struct stat st;
-  bool ok = fstat(fd, &st) == 0;
-  if (ok) *seconds = st.st_mtime;
-  close(fd);
-  return ok;
-}
-
-bool CreationTime(const char* path, int64_t* seconds) {
-  int fd = OpenForTimes(path);
-  if (fd < 0) return false;
-  bool ok = false;
-#ifdef STATX_BTIME
-  struct statx sx;
-  if (statx(fd, "", AT_EMPTY_PATH, STATX_BTIME | STATX_CTIME, &sx) == 0) {
-    *seconds = (sx.stx_mask & STATX_BTIME) ? sx.stx_btime.tv_sec : sx.stx_ctime.tv_sec;
-    ok = true;
-  }
-#endif
-  struct stat st;
-  if (!ok && fstat(fd, &st) == 0) {
-    *seconds = st.st_ctime;
-    ok = true;
-  }
-  close(fd);
-  return ok;
-}
-
-CivilTime UtcCivil(int64_t seconds) {
-  time_t t = static_cast<time_t>(seconds);
+CivilTime UtcCivil(uint64_t ticks) {
+  time_t t = Seconds(ticks);
   struct tm out;
   if (gmtime_r(&t, &out) == nullptr) return CivilTime();
   return FromTm(out);
 }
 
-CivilTime LocalCivil(int64_t seconds) {
-  time_t t = static_cast<time_t>(seconds);
+CivilTime LocalCivil(uint64_t ticks) {
+  time_t t = Seconds(ticks);
   struct tm out;
   if (localtime_r(&t, &out) == nullptr) return CivilTime();
   return FromTm(out);

@@ -1,8 +1,6 @@
 #include "platform/find.h"
 
 #include <dirent.h>
-#include <fcntl.h>
-#include <sys/stat.h>
 
 #include <mutex>
 #include <vector>
@@ -12,42 +10,7 @@
 namespace tq::find {
 namespace {
 
-// Seconds from 1601-01-01 to 1970-01-01.
-constexpr uint64_t kEpochGap = 11644473600ULL;
-constexpr uint64_t kTicksPerSecond = 10000000ULL;
-
-uint64_t ToTicks(const struct timespec& t) {
-  if (t.tv_sec < -static_cast<int64_t>(kEpochGap)) return 0;
-  return (static_cast<uint64_t>(t.tv_sec + static_cast<int64_t>(kEpochGap))) * kTicksPerSecond +
-         static_cast<uint64_t>(t.tv_nsec) / 100;
-}
-
-struct timespec FromTicks(uint64_t ticks) {
-  struct timespec t;
-  t.tv_sec = static_cast<time_t>(static_cast<int64_t>(ticks / kTicksPerSecond) - static_cast<int64_t>(kEpochGap));
-  t.tv_nsec = static_cast<long>((ticks % kTicksPerSecond) * 100);
-  return t;
-}
-
 unsigned char Lower(unsigned char c) { return (c >= 'A' && c <= 'Z') ? static_cast<unsigned char>(c + 32) : c; }
-
-// The times and kind of a native path; false when it cannot be read.
-bool Stat(const std::string& native, Found* found) {
-  struct statx sx;
-  if (::statx(AT_FDCWD, native.c_str(), 0, STATX_BASIC_STATS | STATX_BTIME, &sx) != 0) return false;
-  auto ts = [](const struct statx_timestamp& s) {
-    struct timespec t;
-    t.tv_sec = static_cast<time_t>(s.tv_sec);
-    t.tv_nsec = static_cast<long>(s.tv_nsec);
-    return t;
-  };
-  found->directory = S_ISDIR(sx.stx_mode);
-  found->size = static_cast<int64_t>(sx.stx_size);
-  found->times.access = ToTicks(ts(sx.stx_atime));
-  found->times.write = ToTicks(ts(sx.stx_mtime));
-  found->times.creation = ToTicks(ts((sx.stx_mask & STATX_BTIME) ? sx.stx_btime : sx.stx_ctime));
-  return true;
-}
 
 struct Search {
   DIR* dir = nullptr;
@@ -107,7 +70,7 @@ bool Advance(Search* s, Found* found) {
     // An entry that vanished since the folder was read is still reported,
     // with no size and no times.
     Found f;
-    Stat(s->folder + name, &f);
+    platform::StatNative(s->folder + name, &f);
     f.name = name;
     *found = f;
     return true;
@@ -152,7 +115,7 @@ SearchId First(const char* pattern, Found* found) {
   if (last.find_first_of("*?") == std::string::npos) {
     // No wildcard: the one file or folder of that name, or nothing.
     Found f;
-    if (!Stat(native, &f)) return 0;
+    if (!platform::StatNative(native, &f)) return 0;
     f.name = last;
     Search* s = new Search;
     SearchId id = Enter(s);
@@ -183,20 +146,6 @@ bool Close(SearchId search) {
   if (s == nullptr) return false;
   Free(s);
   return true;
-}
-
-bool GetTimes(const char* path, FileTimes* times) {
-  if (path == nullptr) return false;
-  Found f;
-  if (!Stat(env::NativePath(path), &f)) return false;
-  *times = f.times;
-  return true;
-}
-
-bool SetTimes(const char* path, const FileTimes& times) {
-  if (path == nullptr) return false;
-  struct timespec t[2] = {FromTicks(times.access), FromTicks(times.write)};
-  return ::utimensat(AT_FDCWD, env::NativePath(path).c_str(), t, 0) == 0;
 }
 
 }  // namespace tq::find

@@ -39,6 +39,16 @@ HostWindow* Find(Host& h, int window) {
   return it == h.windows.end() ? nullptr : it->second.get();
 }
 
+// Runs read under the host's lock on the window, or answers none when there
+// is no such window.
+template <class T, class F>
+T ReadWindow(int window, T none, F read) {
+  Host& h = TheHost();
+  std::lock_guard<std::mutex> lock(h.mutex);
+  HostWindow* w = Find(h, window);
+  return w ? read(*w) : none;
+}
+
 int ClampPos(const HostWindow& w, int pos) {
   if (pos < w.progress_low) return w.progress_low;
   if (pos > w.progress_high) return w.progress_high;
@@ -178,55 +188,42 @@ void DestroyWindow(int window) {
 }
 
 bool GetWindowText(int window, std::string* text) {
-  Host& h = TheHost();
-  std::lock_guard<std::mutex> lock(h.mutex);
-  HostWindow* w = Find(h, window);
-  if (w == nullptr) return false;
-  *text = w->text;
-  return true;
+  return ReadWindow(window, false, [&](const HostWindow& w) {
+    *text = w.text;
+    return true;
+  });
 }
 
 int GetListCount(int window) {
-  Host& h = TheHost();
-  std::lock_guard<std::mutex> lock(h.mutex);
-  HostWindow* w = Find(h, window);
-  return w ? static_cast<int>(w->list.size()) : -1;
+  return ReadWindow(window, -1, [](const HostWindow& w) { return static_cast<int>(w.list.size()); });
 }
 
 bool GetListText(int window, int index, std::string* text) {
-  Host& h = TheHost();
-  std::lock_guard<std::mutex> lock(h.mutex);
-  HostWindow* w = Find(h, window);
-  if (w == nullptr || index < 0 || static_cast<size_t>(index) >= w->list.size()) return false;
-  *text = w->list[static_cast<size_t>(index)];
-  return true;
+  return ReadWindow(window, false, [&](const HostWindow& w) {
+    if (index < 0 || static_cast<size_t>(index) >= w.list.size()) return false;
+    *text = w.list[static_cast<size_t>(index)];
+    return true;
+  });
 }
 
 int GetProgressPos(int window) {
-  Host& h = TheHost();
-  std::lock_guard<std::mutex> lock(h.mutex);
-  HostWindow* w = Find(h, window);
-  return w ? w->progress_pos : -1;
+  return ReadWindow(window, -1, [](const HostWindow& w) { return w.progress_pos; });
 }
 
 bool GetProgressRange(int window, int* low, int* high) {
-  Host& h = TheHost();
-  std::lock_guard<std::mutex> lock(h.mutex);
-  HostWindow* w = Find(h, window);
-  if (w == nullptr) return false;
-  if (low) *low = w->progress_low;
-  if (high) *high = w->progress_high;
-  return true;
+  return ReadWindow(window, false, [&](const HostWindow& w) {
+    if (low) *low = w.progress_low;
+    if (high) *high = w.progress_high;
+    return true;
+  });
 }
 
 bool GetClientSize(int window, int* width, int* height) {
-  Host& h = TheHost();
-  std::lock_guard<std::mutex> lock(h.mutex);
-  HostWindow* w = Find(h, window);
-  if (w == nullptr) return false;
-  if (width) *width = w->width;
-  if (height) *height = w->height;
-  return true;
+  return ReadWindow(window, false, [&](const HostWindow& w) {
+    if (width) *width = w.width;
+    if (height) *height = w.height;
+    return true;
+  });
 }
 
 void SetMessageBoxHandler(MessageBoxHandler handler) {

@@ -17,6 +17,10 @@ class MappedFile {
   // Maps the whole of an open file as it stands now. False (and no view)
   // for an empty file or when the system refuses.
   bool Map(std::FILE* file);
+  // Maps the file again when its size is no longer the view's: a page of a
+  // view that lies beyond the end of a file cut shorter faults the process.
+  // One system call; answers whether a view is held.
+  bool Refresh(std::FILE* file);
   void Unmap();
 
   const unsigned char* data() const { return data_; }

@@ -18,6 +18,15 @@ bool MappedFile::Map(std::FILE* file) {
   return true;
 }
 
+bool MappedFile::Refresh(std::FILE* file) {
+  struct stat st;
+  int fd = file != nullptr ? fileno(file) : -1;
+  if (fd >= 0 && fstat(fd, &st) == 0 && st.st_size >= 0 && static_cast<size_t>(st.st_size) == size_) {
+    return data_ != nullptr;
+  }
+  return Map(file);
+}
+
 void MappedFile::Unmap() {
   if (data_ != nullptr) munmap(const_cast<unsigned char*>(data_), size_);
   data_ = nullptr;

@@ -111,8 +111,18 @@ bool ReadTabSource(const std::string& path, std::vector<DictEntry>* entries, std
 int DictCommand(const Args& args_in) {
   Args args = args_in;
   std::string out_dir;
+  // --verbatim stores every field exactly as the source gives it, for making
+  // files of a chosen byte layout; by default lines are closed and samples tagged.
+  bool verbatim = false;
+  for (size_t i = 0; i < args.size(); ++i) {
+    if (args[i] == "--verbatim") {
+      verbatim = true;
+      args.erase(args.begin() + static_cast<std::ptrdiff_t>(i));
+      break;
+    }
+  }
   if (args.empty() || args[0] != "build" || !TakeOption(&args, "-o", &out_dir) || args.size() != 2) {
-    std::fprintf(stderr, "usage: tqcomm dict build SOURCE -o DIR   (SOURCE: a .txt source or a WordNet folder)\n");
+    std::fprintf(stderr, "usage: tqcomm dict build SOURCE -o DIR [--verbatim]   (SOURCE: a .txt source or a WordNet folder)\n");
     return 2;
   }
   const std::string& source = args[1];
@@ -121,7 +131,7 @@ int DictCommand(const Args& args_in) {
   bool ok = std::ifstream(source + "/data.noun").good() ? ReadWordNet(source, &entries, &error)
                                                         : ReadTabSource(source, &entries, &error);
   BuildCounts counts;
-  if (ok) ok = WriteDictionaries(std::move(entries), out_dir, &counts, &error);
+  if (ok) ok = WriteDictionaries(std::move(entries), out_dir, !verbatim, &counts, &error);
   if (!ok) {
     std::fprintf(stderr, "tqcomm: %s\n", error.c_str());
     return 1;

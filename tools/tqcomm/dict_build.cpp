@@ -66,10 +66,53 @@ uint32_t AppendToLibrary(Output* lib, const std::string& text) {
   return at;
 }
 
+bool IsAscii(const std::string& s) {
+  for (unsigned char c : s) {
+    if (c >= 0x80) return false;
+  }
+  return true;
+}
+
+bool HasTag(const std::string& line, const char* tag) { return line.compare(0, 2, tag) == 0; }
+
+// The readers of the entry text take a line only when a line end closes it,
+// so every stored line ends in CR LF.
+std::string CloseLines(const std::string& s) {
+  if (s.empty() || s.back() == '\n' || s.back() == '\r') return s;
+  return s + "\r\n";
+}
+
+// Each sample line opens with a two-byte tag that is never shown: "*#"
+// before a sentence (it gets a sound link), "->" before its translation.
+// Lines that already carry a tag keep it; empty lines go.
+std::string TagSamples(const std::string& s) {
+  std::string out;
+  size_t from = 0;
+  while (from < s.size()) {
+    size_t end = s.find_first_of("\r\n", from);
+    std::string line = s.substr(from, end == std::string::npos ? std::string::npos : end - from);
+    from = end == std::string::npos ? s.size() : s.find_first_not_of("\r\n", end);
+    if (from == std::string::npos) from = s.size();
+    if (line.empty()) continue;
+    if (!HasTag(line, "*#") && !HasTag(line, "**") && !HasTag(line, "->")) {
+      line = (IsAscii(line) ? "*#" : "->") + line;
+    }
+    out += line + "\r\n";
+  }
+  return out;
+}
+
+// Puts the sections of an entry into their stored form. The forms kept for
+// "vary.idx" stay as the source gave them.
+void FinishSections(DictEntry* e) {
+  e->sections[2] = TagSamples(e->sections[2]);
+  for (std::string& section : e->sections) section = CloseLines(section);
+}
+
 }  // namespace
 
-bool WriteDictionaries(std::vector<DictEntry> entries, const std::string& dir, BuildCounts* counts,
-                       std::string* error) {
+bool WriteDictionaries(std::vector<DictEntry> entries, const std::string& dir, bool finish_sections,
+                       BuildCounts* counts, std::string* error) {
   // The search order: bytes as unsigned values, A to Z folded. Entries that
   // fold to the same word keep the first.
   std::stable_sort(entries.begin(), entries.end(), [](const DictEntry& a, const DictEntry& b) {
@@ -80,6 +123,11 @@ bool WriteDictionaries(std::vector<DictEntry> entries, const std::string& dir, B
                               return vcStrcmp(a.word.c_str(), b.word.c_str()) == 0;
                             }),
                 entries.end());
+  // Sections 1 to 6 have 16-bit length fields (the grade shares the first),
+  // so a longer one is cut rather than let its length spill into the grade.
+  for (DictEntry& e : entries) {
+    for (int k = 1; k < 7; ++k) e.sections[k] = CutGbk(e.sections[k], 0xFFFF);
+  }
   mkdir(dir.c_str(), 0755);
   std::string lib_dir = dir + "/dictlib";
   mkdir(lib_dir.c_str(), 0755);
@@ -95,8 +143,9 @@ bool WriteDictionaries(std::vector<DictEntry> entries, const std::string& dir, B
       return false;
     }
   }
-  for (const DictEntry& e : entries) {
+  for (DictEntry& e : entries) {
     if (e.word.empty() || e.word.size() > 63) continue;
+    if (finish_sections) FinishSections(&e);
     uint32_t lengths[7];
     for (int k = 0; k < 7; ++k) lengths[k] = static_cast<uint32_t>(e.sections[k].size());
     uint32_t grade = e.grade != 0 ? static_cast<uint32_t>(e.grade) & 0xFFFF : 21;

@@ -27,9 +27,11 @@ struct BuildCounts {
   int words = 0, expressions = 0, classicWords = 0, classicExpressions = 0, vary = 0;
 };
 // Writes DIR/dictlib/{hmorec,hmorexp,vlkdictec,vlkdictexp}.{idx,lib},
-// DIR/dictlib/meanlib.dat and DIR/vary.idx.
-bool WriteDictionaries(std::vector<DictEntry> entries, const std::string& dir, BuildCounts* counts,
-                       std::string* error);
+// DIR/dictlib/meanlib.dat and DIR/vary.idx. With finish_sections every
+// stored line is closed by CR LF and sample lines get their tags; without,
+// the sections are stored exactly as the entries hold them.
+bool WriteDictionaries(std::vector<DictEntry> entries, const std::string& dir, bool finish_sections,
+                       BuildCounts* counts, std::string* error);
 
 }  // namespace tqcomm
 

@@ -3,6 +3,7 @@
 #include <time.h>
 #include <utime.h>
 
+#include <cstdio>
 #include <string>
 
 #include "test_util.h"
@@ -17,48 +18,42 @@ std::string DateStr(int day) {
   return out;
 }
 
+int Ymd(int y, int m, int d) { return y * 10000 + m * 100 + d; }
+
 TEST(Calendar, DayNumbersToDates) {
-  EXPECT_EQ(DateStr(2), "1900-01-01");
-  EXPECT_EQ(DateStr(40000), "2009-07-06");
-  EXPECT_EQ(DateStr(65535), "2079-06-04");
-  // Year and month boundaries, and the leap days either side of 1900.
-  EXPECT_EQ(DateStr(2 + 31), "1900-02-01");
-  EXPECT_EQ(DateStr(2 + 59), "1900-03-01");  // 1900 has no 29 February
-  EXPECT_EQ(DateStr(2 + 364), "1900-12-31");
-  EXPECT_EQ(DateStr(2 + 365), "1901-01-01");
-  EXPECT_EQ(DateStr(36951), "2001-03-01");
-  EXPECT_EQ(DateStr(36950), "2001-02-28");
-  EXPECT_EQ(DateStr(36585), "2000-02-29");  // 2000 is a leap year
-  EXPECT_EQ(DateStr(36891), "2000-12-31");
-  // Days before 1900 are not handled and keep their odd form.
-  EXPECT_EQ(DateStr(0), "1900-01--1");
-  EXPECT_EQ(DateStr(1), "1900-01-00");
+  // Year and month boundaries, the leap days either side of 1900 (1900 has
+  // no 29 February, 2000 has), and days before 1900, which are not handled
+  // and keep their odd form.
+  const struct { int day; const char* date; } kCases[] = {
+      {2, "1900-01-01"},     {40000, "2009-07-06"}, {65535, "2079-06-04"}, {2 + 31, "1900-02-01"},
+      {2 + 59, "1900-03-01"}, {2 + 364, "1900-12-31"}, {2 + 365, "1901-01-01"}, {36951, "2001-03-01"},
+      {36950, "2001-02-28"}, {36585, "2000-02-29"}, {36891, "2000-12-31"}, {39812, "2008-12-30"},
+      {0, "1900-01--1"},     {1, "1900-01-00"},
+  };
+  for (const auto& c : kCases) EXPECT_EQ(DateStr(c.day), c.date) << c.day;
 }
 
 TEST(Calendar, DaysFrom1900AreTwoShortOfDayNumbers) {
-  EXPECT_EQ(vcGetDaysFrom1900_1_1(1900, 1, 1), 0);
-  EXPECT_EQ(vcGetDaysFrom1900_1_1(2009, 1, 1), 39812);
-  EXPECT_EQ(DateStr(vcGetDaysFrom1900_1_1(2009, 1, 1)), "2008-12-30");
-  EXPECT_EQ(DateStr(vcGetDaysFrom1900_1_1(2009, 7, 6) + 2), "2009-07-06");
-  EXPECT_EQ(vcGetDaysFrom1900_1_1(1900, 3, 1), 59);
-  EXPECT_EQ(vcGetDaysFrom1900_1_1(2000, 3, 1) - vcGetDaysFrom1900_1_1(2000, 2, 28), 2);
   // Years before 1900 add nothing; arguments are not checked.
-  EXPECT_EQ(vcGetDaysFrom1900_1_1(1850, 1, 1), 0);
-  EXPECT_EQ(vcGetDaysFrom1900_1_1(1900, 13, 1), 365);
-  // Far years count the same leap days as the walk through the dates.
-  for (int year : {2001, 2100, 2401, 9999}) {
-    EXPECT_EQ(DateStr(vcGetDaysFrom1900_1_1(year, 3, 1) + 2), std::to_string(year) + "-03-01") << year;
+  const struct { int y, m, d, days; } kCases[] = {
+      {1900, 1, 1, 0}, {2009, 1, 1, 39812}, {1900, 3, 1, 59}, {1850, 1, 1, 0}, {1900, 13, 1, 365},
+      {1000000, 1, 1, 364548539},
+  };
+  for (const auto& c : kCases) EXPECT_EQ(vcGetDaysFrom1900_1_1(c.y, c.m, c.d), c.days) << c.y;
+  // Near and far years count the same leap days as the walk through the dates.
+  const int kDates[][3] = {{2000, 3, 1}, {2001, 3, 1}, {2009, 7, 6}, {2100, 3, 1}, {2401, 3, 1}, {9999, 3, 1}};
+  for (const auto& c : kDates) {
+    char want[16];
+    snprintf(want, sizeof want, "%d-%02d-%02d", c[0], c[1], c[2]);
+    EXPECT_EQ(DateStr(vcGetDaysFrom1900_1_1(c[0], c[1], c[2]) + 2), want);
   }
-  EXPECT_EQ(vcGetDaysFrom1900_1_1(1000000, 1, 1), 364548539);
 }
 
 TEST(Calendar, StopwatchCountsTicksSince1601) {
   double now = vcMyGetTime();
-  double unix_seconds = now / 1e7 - 11644473600.0;
-  EXPECT_NEAR(unix_seconds, static_cast<double>(time(nullptr)), 2.0);
+  EXPECT_NEAR(now / 1e7 - 11644473600.0, static_cast<double>(time(nullptr)), 2.0);
   int64_t passed = vcTimePassed(vcMyGetTime());
-  EXPECT_GE(passed, 0);
-  EXPECT_LT(passed, 1000);
+  EXPECT_TRUE(passed >= 0 && passed < 1000) << passed;
   EXPECT_NEAR(static_cast<double>(vcTimePassed(now - 5e7)), 5000.0, 1000.0);  // five seconds ago
 }
 
@@ -71,7 +66,7 @@ TEST_F(FileDates, LastWriteIsUtcAndCreationIsLocal) {
   ASSERT_EQ(utime(Path("a.txt").c_str(), &t), 0);
   int32_t y = 0, m = 0, d = 0, hh = -1, mm = -1;
   vcGetFileTime("a.txt", &y, &m, &d);
-  EXPECT_EQ(y * 10000 + m * 100 + d, 20090706);
+  EXPECT_EQ(Ymd(y, m, d), 20090706);
 
   // Creation is now (the file was just made), in local time; a changed
   // write time does not move it.
@@ -79,9 +74,7 @@ TEST_F(FileDates, LastWriteIsUtcAndCreationIsLocal) {
   struct tm local;
   localtime_r(&now, &local);
   vcGetFileTimeEx(Path("a.txt").c_str(), &y, &m, &d, &hh, &mm, 12345);
-  EXPECT_EQ(y, local.tm_year + 1900);
-  EXPECT_EQ(m, local.tm_mon + 1);
-  EXPECT_EQ(d, local.tm_mday);
+  EXPECT_EQ(Ymd(y, m, d), Ymd(local.tm_year + 1900, local.tm_mon + 1, local.tm_mday));
   EXPECT_EQ(hh, local.tm_hour);
   EXPECT_NEAR(mm, local.tm_min, 1);
   vcGetFileTimeEx(Path("a.txt").c_str(), &y, &m, &d, nullptr, nullptr, 0);  // hour and minute optional
@@ -95,10 +88,9 @@ TEST_F(FileDates, WhatCannotBeOpenedGivesThe1601Origin) {
   for (const char* path : {"no such file", "folder"}) {
     int32_t y = 0, m = 0, d = 0, hh = 0, mm = 0;
     vcGetFileTime(path, &y, &m, &d);
-    EXPECT_EQ(y * 10000 + m * 100 + d, 16010101) << path;
+    EXPECT_EQ(Ymd(y, m, d), 16010101) << path;
     vcGetFileTimeEx(path, &y, &m, &d, &hh, &mm, 0);
-    EXPECT_EQ(y * 10000 + m * 100 + d, (local.tm_year + 1900) * 10000 + (local.tm_mon + 1) * 100 + local.tm_mday)
-        << path;
+    EXPECT_EQ(Ymd(y, m, d), Ymd(local.tm_year + 1900, local.tm_mon + 1, local.tm_mday)) << path;
     EXPECT_EQ(hh, local.tm_hour) << path;
   }
 }

@@ -2,6 +2,7 @@
 // read back whole.
 #pragma once
 
+#include <cstdio>
 #include <cstring>
 #include <string>
 #include <vector>
@@ -31,7 +32,7 @@ inline LearningRecord LearntOn(int item, int first, int shown, int right, const 
   r.shownCount = static_cast<int16_t>(shown);
   r.rightCount = static_cast<int16_t>(right);
   r.attr = static_cast<uint16_t>(attr);
-  std::strncpy(r.results, results, 8);
+  std::memcpy(r.results, results, strnlen(results, 8));
   return r;
 }
 
@@ -55,5 +56,17 @@ inline std::vector<LearningRecord> Blanks(int n) {
 }
 
 inline std::string Results(const LearningRecord& r) { return std::string(r.results, strnlen(r.results, 8)); }
+
+// Every field of a record, to compare whole records with readable failures.
+inline std::string Describe(const LearningRecord& r) {
+  char out[256];
+  const uint16_t* d = r.reviewDates;
+  snprintf(out, sizeof out,
+           "item %d attr %u first %u last %u step %d shown %d right %d flag %u skip %u pass %u reserved %u "
+           "results %s reviews %u %u %u %u %u %u %u",
+           r.itemNo, r.attr, r.firstDate, r.lastDate, r.stepIndex, r.shownCount, r.rightCount, r.hardOrNewFlag,
+           r.skipDate, r.passCount, r.reserved, Results(r).c_str(), d[0], d[1], d[2], d[3], d[4], d[5], d[6]);
+  return out;
+}
 
 }  // namespace tqtest

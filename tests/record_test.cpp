@@ -19,6 +19,7 @@ using tq::LearningRecord;
 
 const int32_t kCurve[7] = {0, 1, 2, 4, 7, 15, 30};
 
+using tqtest::Describe;
 using tqtest::Results;
 
 // A word first learnt on day `first`, with results newest first.
@@ -30,15 +31,7 @@ TEST(LearningRecord, FirstRightAnswerAndDueDate) {
   LearningRecord r = BlankRecord(5);
   EXPECT_EQ(DueDate(r, kCurve), tq::kNeverDue);
   EXPECT_FALSE(ApplyResult(&r, 40000, tq::kRight, kCurve));
-  EXPECT_EQ(r.reviewDates[0], 40000);
-  EXPECT_EQ(r.firstDate, 40000);
-  EXPECT_EQ(r.lastDate, 40000);
-  EXPECT_EQ(r.stepIndex, 1);
-  EXPECT_EQ(r.shownCount, 1);
-  EXPECT_EQ(r.rightCount, 1);
-  EXPECT_EQ(r.attr, tq::kAttrLearning);
-  EXPECT_EQ(Results(r), "Y");
-  EXPECT_EQ(r.itemNo, 5);
+  EXPECT_EQ(Describe(r), Describe(tqtest::LearntOn(5, 40000, 1, 1)));
   EXPECT_EQ(DueDate(r, kCurve), 40001);
   const int32_t other[7] = {3, 5, 9, 9, 9, 9, 9};
   EXPECT_EQ(DueDate(r, other), 40002);  // only differences count
@@ -48,9 +41,7 @@ TEST(LearningRecord, FirstRightAnswerAndDueDate) {
 
   LearningRecord wrong = BlankRecord(5);
   ApplyResult(&wrong, 40000, tq::kWrong, kCurve);
-  EXPECT_EQ(Results(wrong), "N");
-  EXPECT_EQ(wrong.rightCount, 0);
-  EXPECT_EQ(wrong.attr, tq::kAttrLearning);
+  EXPECT_EQ(Describe(wrong), Describe(tqtest::LearntOn(5, 40000, 1, 0, "N")));
   EXPECT_FALSE(FinishedForToday(wrong, 40000));
 }
 
@@ -134,50 +125,52 @@ TEST(LearningRecord, DoneForTodayAndUnknownResults) {
 }
 
 TEST(LearningRecord, FortyPercentIsTheStrictSide) {
-  // An older word, right twice running after a miss.
-  LearningRecord r = Learnt(39000, "YYN", 10, 4);
-  EXPECT_FALSE(FinishedForToday(r, 40000));  // 40%: needs three rights in four
-  r.rightCount = 5;
-  EXPECT_TRUE(FinishedForToday(r, 40000));  // 50%: two running suffice
-  r.rightCount = 4;
-  std::strncpy(r.results, "YYNY", 8);
-  EXPECT_TRUE(FinishedForToday(r, 40000));
-  // A word first met today always takes the strict side.
-  LearningRecord today = Learnt(40000, "YYN", 3, 2);
-  EXPECT_FALSE(FinishedForToday(today, 40000));
-  std::strncpy(today.results, "YY", 8);
-  EXPECT_TRUE(FinishedForToday(today, 40000));  // seen twice, never missed
-  std::strncpy(today.results, "NY", 8);
-  EXPECT_FALSE(FinishedForToday(today, 40000));
-  // Mastered and relapsed words leave on any right.
-  EXPECT_TRUE(FinishedForToday(Learnt(39000, "YN", 10, 1, tq::kAttrMastered), 40000));
-  EXPECT_TRUE(FinishedForToday(Learnt(39000, "YN", 10, 1, tq::kAttrRelapsedKnown), 40000));
-  EXPECT_FALSE(FinishedForToday(Learnt(39000, "UY", 10, 9, tq::kAttrMastered), 40000));
+  const struct { int first; const char* results; int shown, right, attr; bool finished; } kCases[] = {
+      // An older word, right twice running after a miss: at 40% it needs
+      // three rights in four, at 50% two running suffice.
+      {39000, "YYN", 10, 4, tq::kAttrLearning, false},
+      {39000, "YYN", 10, 5, tq::kAttrLearning, true},
+      {39000, "YYNY", 10, 4, tq::kAttrLearning, true},
+      // A word first met today always takes the strict side; seen twice and
+      // never missed is enough.
+      {40000, "YYN", 3, 2, tq::kAttrLearning, false},
+      {40000, "YY", 3, 2, tq::kAttrLearning, true},
+      {40000, "NY", 3, 2, tq::kAttrLearning, false},
+      // Mastered and relapsed words leave on any right.
+      {39000, "YN", 10, 1, tq::kAttrMastered, true},
+      {39000, "YN", 10, 1, tq::kAttrRelapsedKnown, true},
+      {39000, "UY", 10, 9, tq::kAttrMastered, false},
+      // Never shown but marked right: the percentage is infinite, not a trap.
+      {39000, "YY", 0, 3, tq::kAttrLearning, true},
+  };
+  for (const auto& c : kCases) {
+    EXPECT_EQ(FinishedForToday(Learnt(c.first, c.results, c.shown, c.right, c.attr), 40000), c.finished)
+        << c.results << " " << c.right << "/" << c.shown << " attr " << c.attr;
+  }
 }
 
 TEST(LearningRecord, ReturnDistances) {
+  // Right once: leaves now (0); right twice running: not returned (-1).
+  const struct { const char* results; int lo, hi; } kCases[] = {
+      {"U", 10, 14}, {"NY", 2, 4}, {"YN", 9, 13}, {"YU", 14, 18}, {"Y", 0, 0}, {"YY", -1, -1},
+  };
   for (int i = 0; i < 200; ++i) {
-    int u = tq::ReturnDistance(Learnt(1, "U", 1, 0));
-    EXPECT_TRUE(u >= 10 && u <= 14) << u;
-    int n = tq::ReturnDistance(Learnt(1, "NY", 1, 0));
-    EXPECT_TRUE(n >= 2 && n <= 4) << n;
-    int yn = tq::ReturnDistance(Learnt(1, "YN", 1, 0));
-    EXPECT_TRUE(yn >= 9 && yn <= 13) << yn;
-    int yu = tq::ReturnDistance(Learnt(1, "YU", 1, 0));
-    EXPECT_TRUE(yu >= 14 && yu <= 18) << yu;
+    for (const auto& c : kCases) {
+      int d = tq::ReturnDistance(Learnt(1, c.results, 1, 0));
+      ASSERT_TRUE(d >= c.lo && d <= c.hi) << c.results << " " << d;
+    }
   }
-  EXPECT_EQ(tq::ReturnDistance(Learnt(1, "Y", 1, 1)), 0);
-  EXPECT_EQ(tq::ReturnDistance(Learnt(1, "YY", 1, 1)), -1);
 }
 
 TEST(LearningRecord, Degrees) {
   EXPECT_EQ(tq::Degree(BlankRecord(0)), 0);
-  EXPECT_EQ(tq::Degree(Learnt(1, "Y", 10, 7)), 3);
-  EXPECT_EQ(tq::Degree(Learnt(1, "Y", 10, 9)), 1);
-  EXPECT_EQ(tq::Degree(Learnt(1, "Y", 10, 1)), 9);
-  EXPECT_EQ(tq::Degree(Learnt(1, "Y", 10, 2)), 8);
-  EXPECT_EQ(tq::Degree(Learnt(1, "Y", 10, 0, tq::kAttrMastered)), 1);
-  EXPECT_EQ(tq::Degree(Learnt(1, "Y", 0, 0)), 0);
+  const struct { int shown, right, attr, degree; } kCases[] = {
+      {10, 7, tq::kAttrLearning, 3}, {10, 9, tq::kAttrLearning, 1}, {10, 1, tq::kAttrLearning, 9},
+      {10, 2, tq::kAttrLearning, 8}, {10, 0, tq::kAttrMastered, 1},  {0, 0, tq::kAttrLearning, 0},
+  };
+  for (const auto& c : kCases) {
+    EXPECT_EQ(tq::Degree(Learnt(1, "Y", c.shown, c.right, c.attr)), c.degree) << c.right << "/" << c.shown;
+  }
 }
 
 TEST(LearningRecord, DamagedStepsStayInsideTheRecord) {
@@ -189,9 +182,6 @@ TEST(LearningRecord, DamagedStepsStayInsideTheRecord) {
     ApplyResult(&r, 40100, tq::kRight, nullptr);
     EXPECT_EQ(r.itemNo, 7);
   }
-  // Never shown but marked right: the percentage is infinite, not a trap.
-  LearningRecord zero = Learnt(39000, "YY", 0, 3);
-  EXPECT_TRUE(FinishedForToday(zero, 40001));
 }
 
 TEST(Shuffle, SwapsEachElementWithAnEarlierOne) {
@@ -208,25 +198,21 @@ TEST(Shuffle, SwapsEachElementWithAnEarlierOne) {
 }
 
 // The 40-percent tests use whole numbers; they must agree with the
-// floating-point division everywhere, signs and zero counts included.
+// floating-point division everywhere, signs, zero counts and extremes included.
 TEST(LearningRecord, FortyPercentTestsMatchTheDivision) {
   LearningRecord r = tq::BlankRecord(0);
+  auto check = [&r](int shown, int right) {
+    r.shownCount = static_cast<int16_t>(shown);
+    r.rightCount = static_cast<int16_t>(right);
+    double pct = static_cast<double>(right) / static_cast<double>(shown) * 100.0;
+    ASSERT_EQ(tq::RightAtMost40Percent(r), pct <= 40.0) << right << "/" << shown;
+    ASSERT_EQ(tq::RightAbove40Percent(r), pct > 40.0) << right << "/" << shown;
+  };
   for (int shown = -120; shown <= 300; ++shown) {
-    for (int right = -50; right <= 320; ++right) {
-      r.shownCount = static_cast<int16_t>(shown);
-      r.rightCount = static_cast<int16_t>(right);
-      double pct = static_cast<double>(right) / static_cast<double>(shown) * 100.0;
-      ASSERT_EQ(tq::RightAtMost40Percent(r), pct <= 40.0) << right << "/" << shown;
-      ASSERT_EQ(tq::RightAbove40Percent(r), pct > 40.0) << right << "/" << shown;
-    }
+    for (int right = -50; right <= 320; ++right) check(shown, right);
   }
   for (int shown : {32767, 32765, -32768}) {
-    r.shownCount = static_cast<int16_t>(shown);
-    for (int right : {13106, 13107, 13108, -32768, 32767}) {
-      r.rightCount = static_cast<int16_t>(right);
-      double pct = static_cast<double>(right) / static_cast<double>(shown) * 100.0;
-      EXPECT_EQ(tq::RightAtMost40Percent(r), pct <= 40.0) << right << "/" << shown;
-    }
+    for (int right : {13106, 13107, 13108, -32768, 32767}) check(shown, right);
   }
 }
 

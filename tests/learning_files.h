@@ -68,5 +68,10 @@ inline std::string Describe(const LearningRecord& r) {
            r.skipDate, r.passCount, r.reserved, Results(r).c_str(), d[0], d[1], d[2], d[3], d[4], d[5], d[6]);
   return out;
 }
+inline std::string Describe(const std::vector<LearningRecord>& records) {
+  std::string out;
+  for (const LearningRecord& r : records) out += Describe(r) + "\n";
+  return out;
+}
 
 }  // namespace tqtest

@@ -125,23 +125,18 @@ TEST(LearningRecord, DoneForTodayAndUnknownResults) {
 }
 
 TEST(LearningRecord, FortyPercentIsTheStrictSide) {
+  const int L = tq::kAttrLearning, M = tq::kAttrMastered;
   const struct { int first; const char* results; int shown, right, attr; bool finished; } kCases[] = {
       // An older word, right twice running after a miss: at 40% it needs
       // three rights in four, at 50% two running suffice.
-      {39000, "YYN", 10, 4, tq::kAttrLearning, false},
-      {39000, "YYN", 10, 5, tq::kAttrLearning, true},
-      {39000, "YYNY", 10, 4, tq::kAttrLearning, true},
+      {39000, "YYN", 10, 4, L, false}, {39000, "YYN", 10, 5, L, true}, {39000, "YYNY", 10, 4, L, true},
       // A word first met today always takes the strict side; seen twice and
       // never missed is enough.
-      {40000, "YYN", 3, 2, tq::kAttrLearning, false},
-      {40000, "YY", 3, 2, tq::kAttrLearning, true},
-      {40000, "NY", 3, 2, tq::kAttrLearning, false},
+      {40000, "YYN", 3, 2, L, false}, {40000, "YY", 3, 2, L, true}, {40000, "NY", 3, 2, L, false},
       // Mastered and relapsed words leave on any right.
-      {39000, "YN", 10, 1, tq::kAttrMastered, true},
-      {39000, "YN", 10, 1, tq::kAttrRelapsedKnown, true},
-      {39000, "UY", 10, 9, tq::kAttrMastered, false},
+      {39000, "YN", 10, 1, M, true}, {39000, "YN", 10, 1, tq::kAttrRelapsedKnown, true}, {39000, "UY", 10, 9, M, false},
       // Never shown but marked right: the percentage is infinite, not a trap.
-      {39000, "YY", 0, 3, tq::kAttrLearning, true},
+      {39000, "YY", 0, 3, L, true},
   };
   for (const auto& c : kCases) {
     EXPECT_EQ(FinishedForToday(Learnt(c.first, c.results, c.shown, c.right, c.attr), 40000), c.finished)

@@ -237,12 +237,8 @@ TEST_F(WizardTest, ADetachedRecordIsWrittenAtTheStart) {
   EXPECT_EQ(vcCOrvexWizard_LearnItem(wiz_, 1), 2);
   EXPECT_EQ(vcCOrvexWizard_LearnItem(wiz_, 1), 1);
   EXPECT_EQ(vcCOrvexWizard_LearnItem(wiz_, 4), 0);
-  std::vector<LearningRecord> disk = ReadHistory(history_);
-  ASSERT_EQ(disk.size(), 3u);
-  EXPECT_EQ(disk[0].itemNo, -1);
-  EXPECT_EQ(disk[0].attr, 1);
-  EXPECT_EQ(disk[1].itemNo, 1);
-  EXPECT_EQ(disk[2].firstDate, 65535);
+  EXPECT_EQ(Describe(ReadHistory(history_)),
+            Describe({LearntOn(-1, kToday, 1, 1, "Y", 1), LearntOn(1, kToday, 1, 1), Blank(-1)}));
 }
 
 TEST_F(WizardTest, TheLastWordStaysUntilFinished) {

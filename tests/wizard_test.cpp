@@ -248,10 +248,7 @@ TEST_F(WizardTest, TheLastWordStaysUntilFinished) {
   // list is left alone.
   const int kAnswers[][2] = {{2, 1}, {3, 1}, {1, 1}, {1, 1}, {1, 0}, {1, 0}};
   for (const auto& a : kAnswers) EXPECT_EQ(vcCOrvexWizard_LearnItem(wiz_, a[0]), a[1]);
-  LearningRecord r = ReadHistory(history_)[0];
-  EXPECT_EQ(Results(r), "YYYUN");
-  EXPECT_EQ(r.shownCount, 5);
-  EXPECT_EQ(r.rightCount, 3);
+  EXPECT_EQ(Describe(ReadHistory(history_)[0]), Describe(LearntOn(0, kToday, 5, 3, "YYYUN")));
 }
 
 std::string g_box_text, g_box_title;

@@ -251,13 +251,11 @@ TEST_F(WizardTest, TheLastWordStaysUntilFinished) {
   EXPECT_EQ(Describe(ReadHistory(history_)[0]), Describe(LearntOn(0, kToday, 5, 3, "YYYUN")));
 }
 
-std::string g_box_text, g_box_title;
-unsigned g_box_type = 0;
+// The front end's message box: what it was asked, and the button it answers.
+std::string g_box;
 int g_box_answer = 6;
 int Box(const char* text, const char* title, unsigned type) {
-  g_box_text = text;
-  g_box_title = title;
-  g_box_type = type;
+  g_box = std::string(text) + "|" + title + "|" + std::to_string(type);
   return g_box_answer;
 }
 
@@ -272,17 +270,17 @@ TEST_F(WizardTest, CompletedPassAsksAboutMastery) {
   ASSERT_EQ(Select(6), 2);
   g_box_answer = 6;  // Yes
   EXPECT_EQ(vcCOrvexWizard_LearnItem(wiz_, 1), 1);
-  EXPECT_EQ(g_box_text, G(u8"该单词已经完成全部复习。将该单词算做永久掌握吗？"));
-  EXPECT_EQ(g_box_title, G(u8"青砚记词智能大师"));
-  EXPECT_EQ(g_box_type, 4u);  // Yes and No
+  const std::string question =
+      G(u8"该单词已经完成全部复习。将该单词算做永久掌握吗？") + "|" + G(u8"青砚记词智能大师") + "|4";
+  EXPECT_EQ(g_box, question);  // Yes and No
   std::vector<LearningRecord> disk = ReadHistory(history_);
   EXPECT_EQ(disk[0].attr, 3);
   EXPECT_EQ(disk[0].passCount, 1u);
   EXPECT_EQ(disk[0].stepIndex, 1);
   g_box_answer = 7;  // No
-  g_box_text.clear();
+  g_box.clear();
   EXPECT_EQ(vcCOrvexWizard_LearnItem(wiz_, 1), 0);
-  EXPECT_FALSE(g_box_text.empty());
+  EXPECT_EQ(g_box, question);
   EXPECT_EQ(ReadHistory(history_)[1].attr, 2);
 }
 

@@ -37,9 +37,7 @@ inline LearningRecord LearntOn(int item, int first, int shown, int right, const 
 }
 
 inline void WriteHistory(const std::string& path, const std::vector<LearningRecord>& records) {
-  std::string bytes(records.size() * 48, '\0');
-  if (!records.empty()) std::memcpy(&bytes[0], records.data(), bytes.size());
-  WriteFile(path, bytes);
+  WriteFile(path, std::string(reinterpret_cast<const char*>(records.data()), records.size() * 48));
 }
 
 inline std::vector<LearningRecord> ReadHistory(const std::string& path) {

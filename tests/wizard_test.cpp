@@ -268,7 +268,7 @@ TEST_F(WizardTest, CompletedPassAsksAboutMastery) {
   EXPECT_EQ(vcCOrvexWizard_LearnItem(wiz_, 1), 1);
   const std::string question =
       G(u8"该单词已经完成全部复习。将该单词算做永久掌握吗？") + "|" + G(u8"青砚记词智能大师") + "|4";
-  EXPECT_EQ(g_box, question);  // Yes and No
+  EXPECT_EQ(g_box, question);  // 4: Yes and No
   std::vector<LearningRecord> disk = ReadHistory(history_);
   EXPECT_EQ(disk[0].attr, 3);
   EXPECT_EQ(disk[0].passCount, 1u);

@@ -5,7 +5,6 @@
 
 #include "dict/word_forms.h"
 #include "dict_util.h"
-#include "tqhost.h"
 
 using tqtest::DictTest;
 using tqtest::Entry;
@@ -17,7 +16,7 @@ TEST_F(DictTest, ExactSearchStartsAtTheFirstRecordAndLeavesThePosition) {
   Build({Entry({"b"}), Entry({"d"}), Entry({"Fox"})});
   DictObject d;
   OpenClassic(&d);
-  int list = tqHost_CreateWindow("", 1, 1);
+  int list = Window();
   EXPECT_EQ(vcCmSearchWord(&d, "b"), 21);
   EXPECT_EQ(vcFillListWithEnglish(&d, list), 0);  // read only the first record
   EXPECT_EQ(tqHost_GetListCount(list), 3);
@@ -30,24 +29,23 @@ TEST_F(DictTest, ExactSearchStartsAtTheFirstRecordAndLeavesThePosition) {
   vcCmCloseDict(&d);
   EXPECT_EQ(d.hIdx, 0u);
   EXPECT_EQ(d.hLib, 0u);
-  tqHost_DestroyWindow(list);
 }
 
 TEST_F(DictTest, ClosestIsTheRecordBehindTheLastOneRead) {
   Build({Entry({"b", "b", "m"}), Entry({"d", "d", "m"}), Entry({"f", "f", "m"})});
   DictObject d;
   OpenClassic(&d);
-  // "a" sorts before b, the first and only record read: its follower wins.
-  EXPECT_EQ(vcCmSearchWordClosest(&d, "a"), -21);
-  EXPECT_EQ(Word(d), "d");
-  EXPECT_EQ(vcCmSearchWordClosest(&d, "c"), -21);
-  EXPECT_EQ(Word(d), "f");
-  EXPECT_EQ(vcCmSearchWordClosest(&d, "e"), -21);
-  EXPECT_EQ(Word(d), "f");
-  EXPECT_EQ(vcCmSearchWordClosest(&d, "z"), -21);  // the last answers for all beyond
-  EXPECT_EQ(Word(d), "f");
-  EXPECT_EQ(vcCmSearchWordClosest(&d, "d"), 21);
-  EXPECT_EQ(Word(d), "d");
+  // "a" sorts before b, the first and only record read: its follower wins;
+  // the last answers for all beyond.
+  struct {
+    const char* key;
+    int answer;
+    const char* word;
+  } cases[] = {{"a", -21, "d"}, {"c", -21, "f"}, {"e", -21, "f"}, {"z", -21, "f"}, {"d", 21, "d"}};
+  for (const auto& c : cases) {
+    EXPECT_EQ(vcCmSearchWordClosest(&d, c.key), c.answer) << c.key;
+    EXPECT_EQ(Word(d), c.word) << c.key;
+  }
   char mean[64], pron[64];
   EXPECT_EQ(vcCmGetDictMeanAndPronClosest(&d, "a", mean, pron), -21);
   EXPECT_STREQ(pron, "[d]");
@@ -113,19 +111,20 @@ TEST_F(DictTest, MeaningAndPronunciation) {
   DictObject d;
   OpenClassic(&d);
   char mean[128], pron[128];
-  EXPECT_EQ(vcCmGetDictMeanAndPron(&d, "W", mean, pron), 21);
-  EXPECT_STREQ(pron, "[p]");
-  EXPECT_STREQ(mean, "m1\r\nm2");
+  // The byte behind "]" is skipped unseen; the meaning starts at the next.
+  // No "]": the section's length and nothing else.
+  struct {
+    const char* word;
+    int answer;
+    const char *pron, *mean;
+  } cases[] = {{"bare", 21, "[x]", "b"}, {"plain", 10, "", ""}, {"W", 21, "[p]", "m1\r\nm2"}};
+  for (const auto& c : cases) {
+    EXPECT_EQ(vcCmGetDictMeanAndPron(&d, c.word, mean, pron), c.answer) << c.word;
+    EXPECT_STREQ(pron, c.pron) << c.word;
+    EXPECT_STREQ(mean, c.mean) << c.word;
+  }
   EXPECT_STREQ(work_, "[p]\r\nm1\r\nm2 ");  // section 0 went through the work buffer
   EXPECT_EQ(vcCmGetDictMeanAndPron(&d, "w", nullptr, pron), 21);
-  // The byte behind "]" is skipped unseen; the meaning starts at the next.
-  EXPECT_EQ(vcCmGetDictMeanAndPron(&d, "bare", mean, pron), 21);
-  EXPECT_STREQ(pron, "[x]");
-  EXPECT_STREQ(mean, "b");
-  // No "]": the section's length and nothing else.
-  EXPECT_EQ(vcCmGetDictMeanAndPron(&d, "plain", mean, pron), 10);
-  EXPECT_STREQ(pron, "");
-  EXPECT_STREQ(mean, "");
   EXPECT_EQ(vcCmGetDictMeanAndPron(&d, "nothing", mean, pron), 0);
   EXPECT_EQ(vcCmGetDictPron(&d, "nothing", pron), 0);
   EXPECT_STREQ(pron, "[]");
@@ -180,7 +179,7 @@ TEST_F(DictTest, RelatedWordLists) {
          Entry({"odd", "", "", "", "", "", "", "", "=" + G("同义词：a,反义词：b")})});
   DictObject d;
   OpenClassic(&d);
-  int syn = tqHost_CreateWindow("", 1, 1), ant = tqHost_CreateWindow("", 1, 1);
+  int syn = Window(), ant = Window();
   char text[64];
   ASSERT_EQ(vcCmSearchWord(&d, "fast"), 21);
   vcFillRelatedWordList(&d, syn, ant);
@@ -198,8 +197,6 @@ TEST_F(DictTest, RelatedWordLists) {
   tqHost_GetListText(ant, 1, text);
   EXPECT_EQ(std::string(text), G("反义词：b").substr(1));
   vcCmCloseDict(&d);
-  tqHost_DestroyWindow(syn);
-  tqHost_DestroyWindow(ant);
 }
 
 TEST_F(DictTest, ExpressionDictionary) {
@@ -223,7 +220,7 @@ TEST_F(DictTest, ExpressionDictionary) {
   EXPECT_EQ(vcCmGetDictExpMean(&e, "give up", out), 2);
   EXPECT_EQ(std::string(out), G("放弃"));
   EXPECT_EQ(vcCmGetDictExpMean(&e, "take off", out), 0);
-  int list = tqHost_CreateWindow("", 1, 1);
+  int list = Window();
   // The list starts from where the last search, a miss, left the index.
   EXPECT_EQ(vcFillListWithExp(&e, list), 1);
   EXPECT_EQ(tqHost_GetListCount(list), 2);
@@ -232,7 +229,6 @@ TEST_F(DictTest, ExpressionDictionary) {
   EXPECT_EQ(vcCmSearchExp(&e, longer), -1);
   EXPECT_EQ(std::strlen(longer), 31u);
   vcCmCloseExpDict(&e);
-  tqHost_DestroyWindow(list);
 }
 
 TEST_F(DictTest, ExpressionWildcardScanReportsProgress) {
@@ -243,7 +239,7 @@ TEST_F(DictTest, ExpressionWildcardScanReportsProgress) {
   ExpDictObject e;
   vcInitExpDictObject(&e, "dictlib\\hmorexp.idx", "dictlib\\hmorexp.lib", work_);
   ASSERT_EQ(vcCmOpenExpDict(&e), 0);
-  int list = tqHost_CreateWindow("", 1, 1), bar = tqHost_CreateWindow("", 1, 1);
+  int list = Window(), bar = Window();
   char pattern[32] = "*1?4?";
   EXPECT_EQ(vcExpNoneExactSearch(&e, pattern, list, bar), 30);  // 1040..1049, 1140.., 1240..
   int low = -1, high = -1;
@@ -254,8 +250,6 @@ TEST_F(DictTest, ExpressionWildcardScanReportsProgress) {
   EXPECT_EQ(vcExpNoneExactSearch(&e, upper, list, 0), 1);
   EXPECT_STREQ(upper, "take*");  // lower-cased in place
   vcCmCloseExpDict(&e);
-  tqHost_DestroyWindow(list);
-  tqHost_DestroyWindow(bar);
 }
 
 TEST_F(DictTest, MeanLibraryAndAddPron) {
@@ -348,19 +342,17 @@ TEST(WordForms, ChainStepsAndTheirGaps) {
 
 TEST(WordForms, RegularForms) {
   char out[128];
-  EXPECT_EQ(vcGetAllWordVarys("study", out), 42);
-  EXPECT_STREQ(out, "studies,studied,studying,studier,studiest,");
-  vcGetAllWordVarys("make", out);
-  EXPECT_STREQ(out, "makes,maked,making,maker,makest,");
-  vcGetAllWordVarys("church", out);
-  EXPECT_STREQ(out, "churches,churched,churching,churcher,churchest,");
-  vcGetAllWordVarys("CHURCH", out);
-  EXPECT_STREQ(out, "CHURCHes,CHURCHed,CHURCHing,CHURCHer,CHURCHest,");
-  vcGetAllWordVarys("work", out);
-  EXPECT_STREQ(out, "worked,working,worker,workest,");
-  vcGetAllWordVarys("h", out);
-  EXPECT_STREQ(out, "hed,hing,her,hest,");
-  EXPECT_EQ(vcGetAllWordVarys("", out), 14);
+  const char* cases[][2] = {{"study", "studies,studied,studying,studier,studiest,"},
+                            {"make", "makes,maked,making,maker,makest,"},
+                            {"church", "churches,churched,churching,churcher,churchest,"},
+                            {"CHURCH", "CHURCHes,CHURCHed,CHURCHing,CHURCHer,CHURCHest,"},
+                            {"work", "worked,working,worker,workest,"},
+                            {"h", "hed,hing,her,hest,"},
+                            {"", "ed,ing,er,est,"}};
+  for (auto& c : cases) {
+    EXPECT_EQ(vcGetAllWordVarys(c[0], out), static_cast<int>(std::strlen(c[1]))) << c[0];
+    EXPECT_STREQ(out, c[1]);
+  }
 }
 
 TEST_F(DictTest, IrregularFormsFile) {

@@ -3,7 +3,6 @@
 #include <cstring>
 
 #include "dict_util.h"
-#include "tqhost.h"
 
 using tqtest::DictTest;
 using tqtest::Entry;
@@ -25,20 +24,20 @@ TEST_F(EcDictTest, SearchOutcomes) {
   Build({Entry({"big", "big", "adj."}), Entry({"run", "rAn", "v."}), Entry({"stop", "stop", "v."})});
   int h = OpenWords();
   ASSERT_GT(h, 0);
-  EXPECT_EQ(vcEcDict_Search(h, "RUN", 1, 0), 1);
-  EXPECT_EQ(vcEcDict_GetSeachResult(h), 1);
-  EXPECT_EQ(Current(h), "run");
-  EXPECT_EQ(vcEcDict_Search(h, "running", 1, 0), 1);
-  EXPECT_EQ(vcEcDict_GetSeachResult(h), 2);
-  EXPECT_EQ(Current(h), "run");  // the base form, not the input
-  // "bigger" has no base form by rule; the closest record is the one behind
-  // the last record read (run), which is stop.
-  EXPECT_EQ(vcEcDict_Search(h, "bigger", 1, 1), 1);
-  EXPECT_EQ(vcEcDict_GetSeachResult(h), 3);
-  EXPECT_EQ(Current(h), "stop");
-  EXPECT_EQ(vcEcDict_Search(h, "running", 0, 1), 1);
-  EXPECT_EQ(vcEcDict_GetSeachResult(h), 3);
-  EXPECT_EQ(Current(h), "stop");
+  // "running" finds its base form, not the input. "bigger" has no base form
+  // by rule; the closest record is the one behind the last record read
+  // (run), which is stop.
+  struct {
+    const char* key;
+    int base, closest, result;
+    const char* word;
+  } cases[] = {{"RUN", 1, 0, 1, "run"}, {"running", 1, 0, 2, "run"}, {"bigger", 1, 1, 3, "stop"},
+               {"running", 0, 1, 3, "stop"}};
+  for (const auto& c : cases) {
+    EXPECT_EQ(vcEcDict_Search(h, c.key, c.base, c.closest), 1) << c.key;
+    EXPECT_EQ(vcEcDict_GetSeachResult(h), c.result) << c.key;
+    EXPECT_EQ(Current(h), c.word) << c.key;
+  }
   EXPECT_EQ(vcEcDict_GetWordGrade(h), 21);
 
   for (int base : {0, 1}) {
@@ -79,7 +78,7 @@ TEST_F(EcDictTest, EntryAccessors) {
   EXPECT_EQ(vcEcDict_GetOneDetail(h, nullptr, 0), 9);  // into the work buffer
   EXPECT_STREQ(buffer, "[c]\r\nm\r\nn");
   EXPECT_EQ(vcEcDict_GetAllDetails(h, out), 13 + vcEcDict_GetDetailLength(h, 6));
-  int list = tqHost_CreateWindow("", 1, 1), syn = tqHost_CreateWindow("", 1, 1), ant = tqHost_CreateWindow("", 1, 1);
+  int list = Window(), syn = Window(), ant = Window();
   EXPECT_EQ(vcEcDict_FillListWithEnglish(h, list), 2);  // the third record
   EXPECT_EQ(tqHost_GetListCount(list), 3);
   vcEcDict_FillRelatedWordList(h, syn, ant);
@@ -90,9 +89,6 @@ TEST_F(EcDictTest, EntryAccessors) {
   vcEcDict_GetMeanOrPron(h, mean, nullptr);
   EXPECT_STREQ(mean, "");
   vcEcDict_Close(h);
-  tqHost_DestroyWindow(list);
-  tqHost_DestroyWindow(syn);
-  tqHost_DestroyWindow(ant);
 }
 
 TEST_F(EcDictTest, HandleTable) {
@@ -122,7 +118,7 @@ TEST_F(EcDictTest, WildcardScan) {
   char words[128];
   EXPECT_EQ(vcEcDict_WildSearch(h, star, words, 0, 0), 28);
   EXPECT_EQ(std::string(words, 28), std::string("big\0run\0stop\0stop\0stop\0stop\0", 28));
-  int list = tqHost_CreateWindow("", 1, 1), bar = tqHost_CreateWindow("", 1, 1);
+  int list = Window(), bar = Window();
   // No lower-case prefix: the range runs from the record behind the first
   // (run) to the last, read as run, stop and stop again.
   char s[8] = "S*";
@@ -140,8 +136,6 @@ TEST_F(EcDictTest, WildcardScan) {
   char none[8] = "";
   EXPECT_EQ(vcEcDict_WildSearch(h, none, nullptr, 0, 0), 0);
   vcEcDict_Close(h);
-  tqHost_DestroyWindow(list);
-  tqHost_DestroyWindow(bar);
 }
 
 TEST_F(EcDictTest, OldDictToNewMatchesTheBuiltFiles) {

@@ -7,6 +7,7 @@
 
 #include "test_util.h"
 #include "tqcomm2006.h"
+#include "tqhost.h"
 
 namespace tqtest {
 
@@ -32,7 +33,14 @@ class DictTest : public TempDirTest {
     ASSERT_EQ(vcCmOpenDictDirect(d, "dictlib\\hmorec.idx", "dictlib\\hmorec.lib", work_), 1);
   }
   std::string Word(const DictObject& d) { return std::string(d.word, strnlen(d.word, 20)); }
+  // A host window (list box or progress bar) destroyed with the test.
+  int Window() { return windows_.emplace_back(tqHost_CreateWindow("", 1, 1)); }
+  void TearDown() override {
+    for (int w : windows_) tqHost_DestroyWindow(w);
+    TempDirTest::TearDown();
+  }
   char work_[4096] = {0};
+  std::vector<int> windows_;
 };
 
 }  // namespace tqtest

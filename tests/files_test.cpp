@@ -60,14 +60,12 @@ TEST_F(FilesTest, FindFileWalksPatternsCaseBlind) {
   WriteFile("sub/x.txt", "4444");
 
   using S = std::set<std::string>;
-  EXPECT_EQ(FindAll("*.txt"), (S{"a.txt", "B.TXT"}));
-  EXPECT_EQ(FindAll("?.TxT"), (S{"a.txt", "B.TXT"}));
-  EXPECT_EQ(FindAll("a*"), (S{"a.txt", "ab.dat", "abc"}));
-  EXPECT_EQ(FindAll("*b*.*at"), (S{"ab.dat"}));
-  EXPECT_EQ(FindAll("ab?"), (S{"abc"}));
-  EXPECT_EQ(FindAll("s*"), (S{"sub"}));         // a folder matches too
-  EXPECT_EQ(FindAll("sub\\*.txt"), (S{"x.txt"}));  // front-end separators
-  EXPECT_EQ(FindAll(dir() + "/sub/X.*"), (S{"x.txt"}));
+  // A folder matches too; front-end separators work.
+  std::pair<std::string, S> cases[] = {
+      {"*.txt", {"a.txt", "B.TXT"}}, {"?.TxT", {"a.txt", "B.TXT"}}, {"a*", {"a.txt", "ab.dat", "abc"}},
+      {"*b*.*at", {"ab.dat"}},       {"ab?", {"abc"}},              {"s*", {"sub"}},
+      {"sub\\*.txt", {"x.txt"}},     {dir() + "/sub/X.*", {"x.txt"}}};
+  for (const auto& c : cases) EXPECT_EQ(FindAll(c.first), c.second) << c.first;
   S all = FindAll("*.*");
   EXPECT_TRUE(all.count("abc") && all.count("sub") && all.count("a.txt"));
   EXPECT_EQ(FindAll("abc"), (S{"abc"}));
@@ -111,21 +109,11 @@ TEST_F(FilesTest, ExistenceAndLength) {
   WriteFile("w.txt", "hello");
   WriteFile("empty", "");
   mkdir("dir", 0755);
-  EXPECT_EQ(vcIfFileExist("w.txt"), 1);
   // A plain name is exact, so that what exists also opens; a pattern is case-blind.
-  EXPECT_EQ(vcIfFileExist("W.TXT"), 0);
-  EXPECT_EQ(vcIfFileExist("W.TX?"), 1);
-  EXPECT_EQ(vcIfFileExist("dir"), 1);
-  EXPECT_EQ(vcIfFileExist("*.txt"), 1);
-  EXPECT_EQ(vcIfFileExist("*.wav"), 0);
-  EXPECT_EQ(vcIfFileExist("nothing"), 0);
-  EXPECT_EQ(vcIfFileExist("dir\\"), 0);
-  EXPECT_EQ(vcIfFileExist(""), 0);
-
-  EXPECT_EQ(vcGetFileLength("w.txt"), 5);
-  EXPECT_EQ(vcGetFileLength("empty"), 0);
-  EXPECT_EQ(vcGetFileLength("nothing"), -1);
-  EXPECT_EQ(vcGetFileLength("dir"), -1);
+  for (const char* yes : {"w.txt", "W.TX?", "dir", "*.txt"}) EXPECT_EQ(vcIfFileExist(yes), 1) << yes;
+  for (const char* no : {"W.TXT", "*.wav", "nothing", "dir\\", ""}) EXPECT_EQ(vcIfFileExist(no), 0) << no;
+  std::pair<const char*, int> lengths[] = {{"w.txt", 5}, {"empty", 0}, {"nothing", -1}, {"dir", -1}};
+  for (const auto& l : lengths) EXPECT_EQ(vcGetFileLength(l.first), l.second) << l.first;
 }
 
 TEST_F(FilesTest, FileTimesCompareAndCopyTheLastWrite) {

@@ -35,6 +35,17 @@ std::string Heading(const std::string& anchor, const std::string& image) {
   return "\r\n<a name=\"" + anchor + "\"></a><img border=\"0\" src=\"" + image + "\"> <br>\r\n";
 }
 
+// A sample's sound link (N: a net sample) ahead of its sentence, and a
+// translation with its save link.
+std::string Sound(const std::string& address, const std::string& shown, bool net = false) {
+  return "<a href=\"" + address + "$\"><img border=\"0\" src=\"sound" + (net ? "5" : "6") +
+         ".jpg\" width=\"15\" height=\"11\"></a>&nbsp;" + shown + "<br>\r\n";
+}
+std::string Saved(const std::string& text, const std::string& id) {
+  return "&nbsp;&nbsp;&nbsp;" + text + "<a href=\"A_" + id +
+         "\"><img border=\"0\" src=\"savesample.jpg\" width=\"11\" height=\"11\"></a>&nbsp;<br>\r\n";
+}
+
 class DetailPageTest : public tqtest::TempDirTest {
  protected:
   // The page for the given sections (index -> text); the others are empty.
@@ -105,32 +116,19 @@ TEST_F(DetailPageTest, SamplesCarrySoundAndSaveLinks) {
       "--" + G(u8"谁跑？") + "\r\n"
       "*#Run!\r\n"
       "--" + G(u8"跑！") + "\r\n";
-  const std::string save = "\"><img border=\"0\" src=\"savesample.jpg\" width=\"11\" height=\"11\"></a>&nbsp;<br>\r\n";
   std::string expected =
-      Heading("dtSample", "lj_title.jpg") +
-      "<a href=\"ESIs it ~fast~#$\"><img border=\"0\" src=\"sound6.jpg\" width=\"15\" height=\"11\"></a>&nbsp;"
-      "Is it \"fast\"?<br>\r\n"
-      "&nbsp;&nbsp;&nbsp;" + G(u8"快吗？") + "<a href=\"A_S0" + save +
-      "<a href=\"ESHe runs.$\"><img border=\"0\" src=\"sound6.jpg\" width=\"15\" height=\"11\"></a>&nbsp;"
-      "He runs.<br>\r\n"
-      "&nbsp;&nbsp;&nbsp;" + G(u8"他跑。") + "<a href=\"A_S1" + save +
-      "<a href=\"ENWho runs#$\"><img border=\"0\" src=\"sound5.jpg\" width=\"15\" height=\"11\"></a>&nbsp;"
-      "Who runs?<br>\r\n"
-      "&nbsp;&nbsp;&nbsp;" + G(u8"谁跑？") + "<a href=\"A_N0" + save +
-      "<a href=\"ESRun!$\"><img border=\"0\" src=\"sound6.jpg\" width=\"15\" height=\"11\"></a>&nbsp;"
-      "Run!<br>\r\n"
-      // after a net sample every save link counts net samples
-      "&nbsp;&nbsp;&nbsp;" + G(u8"跑！") + "<a href=\"A_N0" + save;
+      Heading("dtSample", "lj_title.jpg") + Sound("ESIs it ~fast~#", "Is it \"fast\"?") + Saved(G(u8"快吗？"), "S0") +
+      Sound("ESHe runs.", "He runs.") + Saved(G(u8"他跑。"), "S1") + Sound("ENWho runs#", "Who runs?", true) +
+      Saved(G(u8"谁跑？"), "N0") + Sound("ESRun!", "Run!") +
+      Saved(G(u8"跑！"), "N0");  // after a net sample every save link counts net samples
   EXPECT_EQ(Body({{2, samples}}), expected);
 
   // Without the sound flag a net sample shows a dot in place of its link.
   EXPECT_EQ(Body({{2, "**Go.\r\nxx" + G(u8"走。") + "\r\n"}}, 0),
-            Heading("dtSample", "lj_title.jpg") + "&nbsp;.&nbsp;Go.<br>\r\n&nbsp;&nbsp;&nbsp;" + G(u8"走。") +
-                "<a href=\"A_N0" + save);
+            Heading("dtSample", "lj_title.jpg") + "&nbsp;.&nbsp;Go.<br>\r\n" + Saved(G(u8"走。"), "N0"));
   // A translation before any sample, and a line of a tag alone.
   EXPECT_EQ(Body({{2, "--t\r\n*#\r\n"}}),
-            Heading("dtSample", "lj_title.jpg") + "&nbsp;&nbsp;&nbsp;t<a href=\"A_S-1" + save +
-                "<a href=\"ES$\"><img border=\"0\" src=\"sound6.jpg\" width=\"15\" height=\"11\"></a>&nbsp;<br>\r\n");
+            Heading("dtSample", "lj_title.jpg") + Saved("t", "S-1") + Sound("ES", ""));
 }
 
 TEST_F(DetailPageTest, PhrasesColourTheirEnglishHead) {
@@ -167,15 +165,15 @@ TEST_F(DetailPageTest, LongLinesAreCutWithoutSplittingACharacter) {
 
 TEST_F(DetailPageTest, FailuresAreToldOnStandardOutput) {
   uint32_t lengths[7] = {0, 0, 0, 0, 0, 0, 0};
-  testing::internal::CaptureStdout();
-  vcCreateHtmlDetail(lengths, "", "no/such/folder/page.htm", 1);
-  std::fflush(stdout);
-  EXPECT_EQ(testing::internal::GetCapturedStdout(), "The file was not opened\n");
   // Closing a page on a full device fails when the last bytes go out.
-  testing::internal::CaptureStdout();
-  vcCreateHtmlDetail(lengths, "", "/dev/full", 1);
-  std::fflush(stdout);
-  EXPECT_EQ(testing::internal::GetCapturedStdout(), "The file 'data' was not closed\n");
+  std::pair<const char*, const char*> cases[] = {{"no/such/folder/page.htm", "The file was not opened\n"},
+                                                 {"/dev/full", "The file 'data' was not closed\n"}};
+  for (const auto& c : cases) {
+    testing::internal::CaptureStdout();
+    vcCreateHtmlDetail(lengths, "", c.first, 1);
+    std::fflush(stdout);
+    EXPECT_EQ(testing::internal::GetCapturedStdout(), c.second) << c.first;
+  }
 }
 
 class PrintablePageTest : public tqtest::TempDirTest {
@@ -258,10 +256,7 @@ TEST_F(DetailPageTest, PageCommandWritesTheWordsPageWithItsImages) {
   EXPECT_EQ(ReadFile("pages/run.htm"),
             kHead + Heading("dtMean", "cy_title.jpg") + G(u8"v. 跑") + "<br>\r\n" +
                 Heading("dtEMean", "ys_title.jpg") + "to move fast<br>\r\n" + Heading("dtSample", "lj_title.jpg") +
-                "<a href=\"ESRun!$\"><img border=\"0\" src=\"sound6.jpg\" width=\"15\" height=\"11\"></a>&nbsp;Run!"
-                "<br>\r\n&nbsp;&nbsp;&nbsp;" + G(u8"跑！") +
-                "<a href=\"A_S0\"><img border=\"0\" src=\"savesample.jpg\" width=\"11\" height=\"11\"></a>&nbsp;<br>\r\n" +
-                kTail);
+                Sound("ESRun!", "Run!") + Saved(G(u8"跑！"), "S0") + kTail);
   for (const char* image : {"cy_title.jpg", "sound6.jpg", "icon.bmp"}) {
     EXPECT_EQ(ReadFile(std::string("pages/") + image),
               ReadFile(std::string(TQ_SOURCE_DIR) + "/data/html/" + image)) << image;

@@ -36,28 +36,22 @@ class WordText : public tqtest::TempDirTest {
 };
 
 TEST_F(WordText, AlternateLinesPairEnglishWithTheLineBelow) {
-  std::string text = G(u8"apple\r\n苹果\r\npear\r\nbanana\r\n香蕉\r\n");
-  EXPECT_EQ(ReadAll(text, false), (Items{{"apple", G(u8"苹果")}, {"pear", ""}, {"banana", G(u8"香蕉")}}));
-
-  // Chinese lines before the first English line, blank lines, blanks and
-  // tabs around lines, LF-only ends and a last line with no end.
-  text = G(u8"词表\n第一课\n\n  apple pie \t\n\n\t苹果派  \n\n pear\n\n\n梨\n伪\nplum");
-  EXPECT_EQ(ReadAll(text, false), (Items{{"apple pie", G(u8"苹果派")}, {"pear", G(u8"梨")}, {"plum", ""}}));
-
-  // The first Chinese line is the meaning; a second is passed over.
-  text = G(u8"go\n去\n走\ncome\n来\n");
-  EXPECT_EQ(ReadAll(text, false), (Items{{"go", G(u8"去")}, {"come", G(u8"来")}}));
-
-  // A one-line entry is not English, so the alternate reader skips it.
-  text = G(u8"apple n. 苹果\npear\n梨\n");
-  EXPECT_EQ(ReadAll(text, false), (Items{{"pear", G(u8"梨")}}));
-
-  // A line longer than 3,998 bytes arrives as two.
-  std::string a(3998, 'a');
-  EXPECT_EQ(ReadAll(a + "bbbbb\n" + G(u8"长") + "\n", false), (Items{{a, ""}, {"bbbbb", G(u8"长")}}));
-
-  EXPECT_EQ(ReadAll("", false), Items{});
-  EXPECT_EQ(ReadAll(G(u8"只有中文\n"), false), Items{});
+  const std::string a(3998, 'a');
+  const std::pair<std::string, Items> cases[] = {
+      {G(u8"apple\r\n苹果\r\npear\r\nbanana\r\n香蕉\r\n"), {{"apple", G(u8"苹果")}, {"pear", ""}, {"banana", G(u8"香蕉")}}},
+      // Chinese lines before the first English line, blank lines, blanks and
+      // tabs around lines, LF-only ends and a last line with no end.
+      {G(u8"词表\n第一课\n\n  apple pie \t\n\n\t苹果派  \n\n pear\n\n\n梨\n伪\nplum"),
+       {{"apple pie", G(u8"苹果派")}, {"pear", G(u8"梨")}, {"plum", ""}}},
+      // The first Chinese line is the meaning; a second is passed over.
+      {G(u8"go\n去\n走\ncome\n来\n"), {{"go", G(u8"去")}, {"come", G(u8"来")}}},
+      // A one-line entry is not English, so the alternate reader skips it.
+      {G(u8"apple n. 苹果\npear\n梨\n"), {{"pear", G(u8"梨")}}},
+      // A line longer than 3,998 bytes arrives as two.
+      {a + "bbbbb\n" + G(u8"长") + "\n", {{a, ""}, {"bbbbb", G(u8"长")}}},
+      {"", {}},
+      {G(u8"只有中文\n"), {}}};
+  for (const auto& c : cases) EXPECT_EQ(ReadAll(c.first, false), c.second) << c.first.substr(0, 60);
 }
 
 TEST_F(WordText, OneLineEntriesSplitAtTheMark) {

@@ -13,6 +13,7 @@ namespace {
 class EcDictTest : public DictTest {
  protected:
   int OpenWords() { return vcEcDict_Open("dictlib\\vlkdictec.idx", "dictlib\\vlkdictec.lib", nullptr); }
+  int OpenExprs() { return vcEcDict_Open("dictlib\\vlkdictexp.idx", "dictlib\\vlkdictexp.lib", nullptr); }
   std::string Current(int h) {
     char out[64];
     vcEcDict_GetResultWord(h, out);
@@ -143,9 +144,7 @@ TEST_F(EcDictTest, OldDictToNewMatchesTheBuiltFiles) {
          Entry({"look after", "", G("照顾"), "", "sample"})});
   std::string built_words = tqtest::ReadFile("dictlib/vlkdictec.idx");
   std::string built_exprs = tqtest::ReadFile("dictlib/vlkdictexp.idx");
-  std::remove("dictlib/vlkdictec.idx");
-  std::remove("dictlib/vlkdictec.lib");
-  std::remove("dictlib/vlkdictexp.idx");
+  for (const char* f : {"dictlib/vlkdictec.idx", "dictlib/vlkdictec.lib", "dictlib/vlkdictexp.idx"}) std::remove(f);
   ASSERT_EQ(vcOldDictToNew(), 1);
   EXPECT_EQ(tqtest::ReadFile("dictlib/vlkdictec.idx"), built_words);
   EXPECT_EQ(tqtest::ReadFile("dictlib/vlkdictexp.idx"), built_exprs);
@@ -156,7 +155,7 @@ TEST_F(EcDictTest, OldDictToNewMatchesTheBuiltFiles) {
   ASSERT_EQ(vcEcDict_Search(h, "graded", 0, 0), 1);
   EXPECT_EQ(vcEcDict_GetWordGrade(h), 5);
   vcEcDict_Close(h);
-  int x = vcEcDict_Open("dictlib\\vlkdictexp.idx", "dictlib\\vlkdictexp.lib", nullptr);
+  int x = OpenExprs();
   ASSERT_EQ(vcEcDict_Search(x, "look after", 0, 0), 1);
   char out[64];
   EXPECT_EQ(vcEcDict_GetOneDetail(x, out, 2), 6);
@@ -173,9 +172,7 @@ TEST_F(EcDictTest, ConversionUnderAnOpenHandleShrinksTheIndexSafely) {
   int h = OpenWords();
   ASSERT_EQ(vcEcDict_Search(h, "w1199", 0, 0), 1);
   // A one-word classic pair converted over the open compact index.
-  std::string out;
-  tqtest::WriteFile("one.txt", Entry({"zebra", "z", "m"}) + "\n");
-  ASSERT_EQ(tqtest::Run(std::string(TQCOMM_BIN) + " dict build one.txt -o one --verbatim 2>&1", &out), 0) << out;
+  Build({Entry({"zebra", "z", "m"})}, "one");
   tqtest::WriteFile("dictlib/hmorec.idx", tqtest::ReadFile("one/dictlib/hmorec.idx"));
   tqtest::WriteFile("dictlib/hmorec.lib", tqtest::ReadFile("one/dictlib/hmorec.lib"));
   ASSERT_EQ(vcOldDictToNew(), 1);
@@ -190,7 +187,7 @@ TEST_F(EcDictTest, ConversionUnderAnOpenHandleShrinksTheIndexSafely) {
 TEST_F(EcDictTest, AppendMean) {
   Build({Entry({"apple", "", G("苹果")}), Entry({"pear", "", G("梨\\n第二行")}), Entry({"look after", "", G("照顾")})});
   int words = OpenWords();
-  int exprs = vcEcDict_Open("dictlib\\vlkdictexp.idx", "dictlib\\vlkdictexp.lib", nullptr);
+  int exprs = OpenExprs();
   tqtest::WriteFile("list.txt", "  apple\r\n" + G("自带的意思") + "\r\n\r\npear\r\nlook after\r\n" + G("中文") +
                                     "\r\nzzz\r\n");
   std::string expected = "apple\r\n" + G("自带的意思") + "\r\npear\r\n" + G("梨") + "\r\nlook after\r\n" + G("中文") +

@@ -82,8 +82,7 @@ TEST_F(DetailPageTest, EmptyEntryIsHeadAndClosingTagsOnly) {
 
 TEST_F(DetailPageTest, MeaningDropsPronunciationAndKeepsBlanks) {
   // A single line (the pronunciation) gives the heading and nothing more.
-  EXPECT_EQ(Body({{0, "[ 'r^nin ]\r\n"}}), Heading("dtMean", "cy_title.jpg"));
-  EXPECT_EQ(Body({{0, "[x]"}}), Heading("dtMean", "cy_title.jpg"));
+  for (const char* pron : {"[ 'r^nin ]\r\n", "[x]"}) EXPECT_EQ(Body({{0, pron}}), Heading("dtMean", "cy_title.jpg"));
   // All line ends behind the pronunciation go with it; later empty lines stay.
   EXPECT_EQ(Body({{0, "[x]\r\n\r\n" + G(u8"n. 跑") + "\r\n  " + G(u8"赛跑") + "\r\n\r\ntail"}}),
             Heading("dtMean", "cy_title.jpg") + G(u8"n. 跑") + "<br>\r\n&nbsp;&nbsp;" + G(u8"赛跑") +
@@ -94,15 +93,14 @@ TEST_F(DetailPageTest, MeaningDropsPronunciationAndKeepsBlanks) {
 }
 
 TEST_F(DetailPageTest, EachPairOfLineEndBytesIsOneLineEnd) {
-  std::string body = Body({{4, "a\r\nb\n\rc\r\rd\n\ne\r\n\r\nf\rg\nh"}});
-  EXPECT_EQ(body, Heading("dtVary", "bh_title.jpg") + "a<br>\r\nb<br>\r\nc<br>\r\nd<br>\r\ne<br>\r\n<br>\r\n"
-                                                      "f<br>\r\ng<br>\r\n");
+  EXPECT_EQ(Body({{4, "a\r\nb\n\rc\r\rd\n\ne\r\n\r\nf\rg\nh"}}),
+            Heading("dtVary", "bh_title.jpg") + "a<br>\r\nb<br>\r\nc<br>\r\nd<br>\r\ne<br>\r\n<br>\r\nf<br>\r\ng<br>\r\n");
 }
 
 TEST_F(DetailPageTest, EmptySectionsHaveNoHeadingAndOffsetsAddUp) {
-  std::string body = Body({{0, "[p]\r\nm\r\n"}, {4, "  runs\r\n"}, {6, "run\r\n\r\n"}});
-  EXPECT_EQ(body, Heading("dtMean", "cy_title.jpg") + "m<br>\r\n" + Heading("dtVary", "bh_title.jpg") +
-                      "runs<br>\r\n" + Heading("dtSyno", "xg_title.jpg") + "run<br>\r\n<br>\r\n");
+  EXPECT_EQ(Body({{0, "[p]\r\nm\r\n"}, {4, "  runs\r\n"}, {6, "run\r\n\r\n"}}),
+            Heading("dtMean", "cy_title.jpg") + "m<br>\r\n" + Heading("dtVary", "bh_title.jpg") +
+                "runs<br>\r\n" + Heading("dtSyno", "xg_title.jpg") + "run<br>\r\n<br>\r\n");
 }
 
 TEST_F(DetailPageTest, SamplesCarrySoundAndSaveLinks) {
@@ -156,11 +154,9 @@ TEST_F(DetailPageTest, RootHeadingsAndNulLineEnds) {
 TEST_F(DetailPageTest, LongLinesAreCutWithoutSplittingACharacter) {
   // 1,998 ASCII bytes and then Chinese: the character at byte 1,998 would
   // not fit whole, so the line keeps 1,998 bytes.
-  std::string line = std::string(1998, 'a') + G(u8"中文") + std::string(3000, 'b');
-  std::string body = Body({{4, line + "\r\nnext\r\n"}});
-  EXPECT_EQ(body, Heading("dtVary", "bh_title.jpg") + std::string(1998, 'a') + "<br>\r\nnext<br>\r\n");
-  std::string wide = Body({{6, std::string(5000, 'w') + "\n"}});
-  EXPECT_EQ(wide, Heading("dtSyno", "xg_title.jpg") + std::string(1999, 'w') + "<br>\r\n");
+  EXPECT_EQ(Body({{4, std::string(1998, 'a') + G(u8"中文") + std::string(3000, 'b') + "\r\nnext\r\n"}}),
+            Heading("dtVary", "bh_title.jpg") + std::string(1998, 'a') + "<br>\r\nnext<br>\r\n");
+  EXPECT_EQ(Body({{6, std::string(5000, 'w') + "\n"}}), Heading("dtSyno", "xg_title.jpg") + std::string(1999, 'w') + "<br>\r\n");
 }
 
 TEST_F(DetailPageTest, FailuresAreToldOnStandardOutput) {
@@ -179,21 +175,24 @@ TEST_F(DetailPageTest, FailuresAreToldOnStandardOutput) {
 class PrintablePageTest : public tqtest::TempDirTest {
  protected:
   std::string Box(int n) { return "<input type=\"text\" id=\"Blk001-00" + std::to_string(n) + "\" size=\"12\">"; }
+  // The printable page made of quiz.htm, as written.
+  std::string Print(const char* answers, int numbering, int list) {
+    EXPECT_EQ(vcGenPrintableHtml("quiz.htm", "print.htm", answers, numbering, list), 1);
+    return ReadFile("print.htm");
+  }
 };
 
 TEST_F(PrintablePageTest, FillsBoxesWithTheirAnswers) {
   WriteFile("quiz.htm", "<html><body>\r\n1. He " + Box(1) + " fast and " + Box(2) + " far.\r\n" +
                             "2. " + Box(3) + " and <input type=\"text\" id=broken\r\n</body>\r\n<p>after</p>\r\n");
   WriteFile("ans.txt", "runs  \r\njumps\r\n");
-  ASSERT_EQ(vcGenPrintableHtml("quiz.htm", "print.htm", "ans.txt", 0, 1), 1);
   // The third box finds no answer left and repeats the last one; a box
   // without its ">" on the line is no box.
-  EXPECT_EQ(ReadFile("print.htm"),
+  EXPECT_EQ(Print("ans.txt", 0, 1),
             "<html><body>\r\n1. He <b><u>runs</u></b> fast and <b><u>jumps</u></b> far.\r\n"
             "2. <b><u>jumps</u></b> and <input type=\"text\" id=broken\r\n</body>\r\n</html>\r\n");
   // Without an answer file the boxes can only become blanks.
-  ASSERT_EQ(vcGenPrintableHtml("quiz.htm", "print.htm", nullptr, 0, 0), 1);
-  EXPECT_EQ(ReadFile("print.htm"),
+  EXPECT_EQ(Print(nullptr, 0, 0),
             "<html><body>\r\n1. He _____________ fast and _____________ far.\r\n"
             "2. _____________ and <input type=\"text\" id=broken\r\n</body>\r\n</html>\r\n");
 }
@@ -201,8 +200,7 @@ TEST_F(PrintablePageTest, FillsBoxesWithTheirAnswers) {
 TEST_F(PrintablePageTest, BlanksAreNumberedAndAnswersListed) {
   WriteFile("quiz.htm", "<body>\n" + Box(1) + Box(2) + "\n" + Box(3) + "\n</BODY> tail\n</html>\n");
   WriteFile("ans.txt", "A\nA\nB\nB");
-  ASSERT_EQ(vcGenPrintableHtml("quiz.htm", "print.htm", "ans.txt", 1, 1), 1);
-  EXPECT_EQ(ReadFile("print.htm"),
+  EXPECT_EQ(Print("ans.txt", 1, 1),
             "<body>\n[1]_____________[2]_____________\n[3]_____________\n"
             "\r\n<p>" + G(u8"备选答案：") + "</p>\r\n"
             "1) A\n&nbsp;&nbsp&nbsp;&nbsp;1) A\n&nbsp;&nbsp&nbsp;&nbsp;2) B\n&nbsp;&nbsp&nbsp;&nbsp;"
@@ -210,16 +208,13 @@ TEST_F(PrintablePageTest, BlanksAreNumberedAndAnswersListed) {
             "3) B&nbsp;&nbsp&nbsp;&nbsp;"
             "</body>\r\n</html>\r\n");
   // Unnumbered blanks; an answer file that cannot be opened gives no list.
-  ASSERT_EQ(vcGenPrintableHtml("quiz.htm", "print.htm", "missing.txt", 2, 0), 1);
-  EXPECT_EQ(ReadFile("print.htm"),
+  EXPECT_EQ(Print("missing.txt", 2, 0),
             "<body>\n_____________" "_____________\n_____________\n</body>\r\n</html>\r\n");
 }
 
 TEST_F(PrintablePageTest, OnlyALineOpeningWithTheBodyEndStopsTheCopy) {
-  std::string page = "<body>\n<p>x</p></body>\n " + Box(1) + "\n";
-  WriteFile("quiz.htm", page);
-  ASSERT_EQ(vcGenPrintableHtml("quiz.htm", "print.htm", "none.txt", 1, 0), 1);
-  EXPECT_EQ(ReadFile("print.htm"), "<body>\n<p>x</p></body>\n _____________\n");
+  WriteFile("quiz.htm", "<body>\n<p>x</p></body>\n " + Box(1) + "\n");
+  EXPECT_EQ(Print("none.txt", 1, 0), "<body>\n<p>x</p></body>\n _____________\n");
 }
 
 TEST_F(PrintablePageTest, RefusesWhatCannotBeOpened) {
@@ -232,11 +227,9 @@ TEST_F(PrintablePageTest, RefusesWhatCannotBeOpened) {
 TEST_F(PrintablePageTest, HostileInputNeitherOverrunsNorHangs) {
   // Lines far past the buffer arrive in pieces, a NUL ends what is copied
   // of a line, and long answers are cut where they fill a box.
-  std::string page = "<body>" + std::string(20000, 'x') + Box(1) + std::string("\0zz\n", 4) + "</body>\n";
-  WriteFile("quiz.htm", page);
+  WriteFile("quiz.htm", "<body>" + std::string(20000, 'x') + Box(1) + std::string("\0zz\n", 4) + "</body>\n");
   WriteFile("ans.txt", std::string(500, 'a') + "\n");
-  ASSERT_EQ(vcGenPrintableHtml("quiz.htm", "print.htm", "ans.txt", 0, 0), 1);
-  std::string out = ReadFile("print.htm");
+  std::string out = Print("ans.txt", 0, 0);
   EXPECT_NE(out.find("<b><u>" + std::string(98, 'a') + "</u></b>"), std::string::npos);
   EXPECT_EQ(out.substr(out.size() - 18), "</body>\r\n</html>\r\n");
 }

@@ -8,6 +8,7 @@
 #include <algorithm>
 #include <cstdlib>
 #include <cstring>
+#include <optional>
 #include <set>
 #include <string>
 
@@ -155,6 +156,13 @@ class RegistryTest : public tqtest::TempDirTest {
     unsetenv("TQCOMM_REGISTRY");
     TempDirTest::TearDown();
   }
+  // The current user's integer, or nothing where the read answers -1.
+  std::optional<int32_t> Int(const std::string& key, const std::string& name) {
+    int32_t v = 0;
+    int answer = vcGetKeyValueInt(kCurrentUser, key.c_str(), name.c_str(), &v);
+    EXPECT_TRUE(answer == 0 || answer == -1) << answer;
+    return answer == 0 ? std::optional<int32_t>(v) : std::nullopt;
+  }
   bool IsFolder(const std::string& p) {
     struct stat st;
     return stat(p.c_str(), &st) == 0 && S_ISDIR(st.st_mode);
@@ -180,14 +188,11 @@ TEST_F(RegistryTest, AMissingKeyAnswersMinusOneAndIsCreated) {
 TEST_F(RegistryTest, IntegersAndStringsRoundTrip) {
   const char* key = "Software\\VB and VBA Program Settings\\orvex7\\User";
   ASSERT_EQ(vcWriteKeyValueInt(kCurrentUser, key, "Level", -123456), 0);
-  int32_t v = 0;
-  ASSERT_EQ(vcGetKeyValueInt(kCurrentUser, key, "Level", &v), 0);
-  EXPECT_EQ(v, -123456);
+  EXPECT_EQ(Int(key, "Level"), -123456);
   // Keys and names are found whatever the case of their letters.
-  ASSERT_EQ(vcGetKeyValueInt(kCurrentUser, "software\\vb and vba program settings\\ORVEX7\\user", "LEVEL", &v), 0);
+  EXPECT_EQ(Int("software\\vb and vba program settings\\ORVEX7\\user", "LEVEL"), -123456);
   ASSERT_EQ(vcWriteKeyValueInt(kCurrentUser, key, "level", 5), 0);
-  ASSERT_EQ(vcGetKeyValueInt(kCurrentUser, key, "Level", &v), 0);
-  EXPECT_EQ(v, 5);
+  EXPECT_EQ(Int(key, "Level"), 5);
 
   std::string path = G(u8"d:\\墨岭\\青砚记句\\");
   ASSERT_EQ(vcWriteKeyValueString(kCurrentUser, key, "InstallPath", path.c_str()), 0);
@@ -207,9 +212,9 @@ TEST_F(RegistryTest, IntegersAndStringsRoundTrip) {
   EXPECT_EQ(buf[0], 'x');
 
   // A string too long for four bytes is no integer; a short one fills the low bytes.
-  EXPECT_EQ(vcGetKeyValueInt(kCurrentUser, key, "InstallPath", &v), -1);
+  EXPECT_EQ(Int(key, "InstallPath"), std::nullopt);
   ASSERT_EQ(vcWriteKeyValueString(kCurrentUser, key, "Short", "ab"), 0);
-  v = -1;
+  int32_t v = -1;
   ASSERT_EQ(vcGetKeyValueInt(kCurrentUser, key, "Short", &v), 0);
   EXPECT_EQ(v, static_cast<int32_t>(0xFF006261u));
   // An integer read as a string gives its four bytes.
@@ -219,7 +224,7 @@ TEST_F(RegistryTest, IntegersAndStringsRoundTrip) {
   EXPECT_EQ(std::string(buf, 5), std::string("\x05\0\0\0\0", 5));
 
   EXPECT_EQ(vcDeleteKeyValue(kCurrentUser, key, "LEVEL"), 0);
-  EXPECT_EQ(vcGetKeyValueInt(kCurrentUser, key, "Level", &v), -1);
+  EXPECT_EQ(Int(key, "Level"), std::nullopt);
   EXPECT_EQ(vcGetKeyValueString(kCurrentUser, key, "InstallPath", buf, &(size = 40)), 0);
 }
 
@@ -229,22 +234,17 @@ TEST_F(RegistryTest, ChineseKeysKeepTheirBytes) {
   ASSERT_EQ(odd[1], '\\');
   std::string key = G(u8"Software\\墨岭\\") + odd + "X";
   ASSERT_EQ(vcWriteKeyValueInt(kCurrentUser, key.c_str(), "v", 1), 0);
-  int32_t v = 0;
-  EXPECT_EQ(vcGetKeyValueInt(kCurrentUser, key.c_str(), "v", &v), 0);
-  EXPECT_EQ(v, 1);
-  std::string folded = G(u8"SOFTWARE\\墨岭\\") + odd + "x";
-  EXPECT_EQ(vcGetKeyValueInt(kCurrentUser, folded.c_str(), "v", &v), 0);
+  EXPECT_EQ(Int(key, "v"), 1);
+  EXPECT_EQ(Int(G(u8"SOFTWARE\\墨岭\\") + odd + "x", "v"), 1);
   // A second byte that is a capital letter is not folded.
   std::string upper = "\xB0\x41", lower = "\xB0\x61";
   ASSERT_EQ(vcWriteKeyValueInt(kCurrentUser, upper.c_str(), "v", 10), 0);
   ASSERT_EQ(vcWriteKeyValueInt(kCurrentUser, lower.c_str(), "v", 20), 0);
-  ASSERT_EQ(vcGetKeyValueInt(kCurrentUser, upper.c_str(), "v", &v), 0);
-  EXPECT_EQ(v, 10);
+  EXPECT_EQ(Int(upper, "v"), 10);
   // No key part can climb out of the store.
   ASSERT_EQ(vcWriteKeyValueInt(kCurrentUser, "..\\..\\escape/x", "v", 3), 0);
   EXPECT_FALSE(IsFolder(dir() + "/escape"));
-  EXPECT_EQ(vcGetKeyValueInt(kCurrentUser, "..\\..\\escape/x", "v", &v), 0);
-  EXPECT_EQ(v, 3);
+  EXPECT_EQ(Int("..\\..\\escape/x", "v"), 3);
 }
 
 TEST_F(RegistryTest, ValuesSurviveTheProcessAndConcurrentWriters) {
@@ -270,9 +270,7 @@ TEST_F(RegistryTest, ValuesSurviveTheProcessAndConcurrentWriters) {
   for (int c = 0; c < 2; ++c) {
     for (int i = 0; i < kPerChild; ++i) {
       std::string name = "c" + std::to_string(c) + "_" + std::to_string(i);
-      int32_t v = -1;
-      ASSERT_EQ(vcGetKeyValueInt(kCurrentUser, key, name.c_str(), &v), 0) << name;
-      EXPECT_EQ(v, c * 1000 + i);
+      EXPECT_EQ(Int(key, name), c * 1000 + i) << name;
     }
   }
   // No temporary file is left behind.
@@ -319,11 +317,9 @@ TEST_F(RegistryTest, ADamagedValueFileKeepsWhatPrecedesTheDamage) {
   // A garbled file in the store: reads miss, a write starts it afresh.
   ASSERT_EQ(vcWriteKeyValueInt(kCurrentUser, "K", "n", 1), 0);
   WriteFile(store_ + "/HKEY_CURRENT_USER/k/.values", "garbage");
-  int32_t v;
-  EXPECT_EQ(vcGetKeyValueInt(kCurrentUser, "K", "n", &v), -1);
+  EXPECT_EQ(Int("K", "n"), std::nullopt);
   ASSERT_EQ(vcWriteKeyValueInt(kCurrentUser, "K", "n", 2), 0);
-  EXPECT_EQ(vcGetKeyValueInt(kCurrentUser, "K", "n", &v), 0);
-  EXPECT_EQ(v, 2);
+  EXPECT_EQ(Int("K", "n"), 2);
 }
 
 }  // namespace

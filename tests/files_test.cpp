@@ -250,14 +250,14 @@ TEST_F(RegistryTest, ChineseKeysKeepTheirBytes) {
 TEST_F(RegistryTest, ValuesSurviveTheProcessAndConcurrentWriters) {
   const char* key = "Software\\Shared";
   const int kPerChild = 40;
+  auto name = [](int c, int i) { return "c" + std::to_string(c) + "_" + std::to_string(i); };
   pid_t kids[2];
   for (int c = 0; c < 2; ++c) {
     kids[c] = fork();
     ASSERT_GE(kids[c], 0);
     if (kids[c] == 0) {
       for (int i = 0; i < kPerChild; ++i) {
-        std::string name = "c" + std::to_string(c) + "_" + std::to_string(i);
-        if (vcWriteKeyValueInt(kCurrentUser, key, name.c_str(), c * 1000 + i) != 0) _exit(1);
+        if (vcWriteKeyValueInt(kCurrentUser, key, name(c, i).c_str(), c * 1000 + i) != 0) _exit(1);
       }
       _exit(0);
     }
@@ -268,15 +268,11 @@ TEST_F(RegistryTest, ValuesSurviveTheProcessAndConcurrentWriters) {
     ASSERT_TRUE(WIFEXITED(status) && WEXITSTATUS(status) == 0);
   }
   for (int c = 0; c < 2; ++c) {
-    for (int i = 0; i < kPerChild; ++i) {
-      std::string name = "c" + std::to_string(c) + "_" + std::to_string(i);
-      EXPECT_EQ(Int(key, name), c * 1000 + i) << name;
-    }
+    for (int i = 0; i < kPerChild; ++i) EXPECT_EQ(Int(key, name(c, i)), c * 1000 + i) << name(c, i);
   }
   // No temporary file is left behind.
-  std::string folder = store_ + "/HKEY_CURRENT_USER/software/shared";
   std::string listing;
-  tqtest::Run("ls -a '" + folder + "'", &listing);
+  tqtest::Run("ls -a '" + store_ + "/HKEY_CURRENT_USER/software/shared'", &listing);
   EXPECT_EQ(listing, ".\n..\n.lock\n.values\n");
 }
 

@@ -2,6 +2,7 @@
 // meanings, the word file reader's seek-back, and the spent handles.
 #include <cstring>
 #include <string>
+#include <tuple>
 #include <utility>
 #include <vector>
 
@@ -113,11 +114,7 @@ TEST_F(WordText, HandlesAreSpentOnCloseAndTheTwentiethOpenFails) {
 
 class WordFile : public tqtest::TempDirTest {
  protected:
-  struct Step {
-    int answer;
-    std::string word, mean;
-    bool operator==(const Step& o) const { return answer == o.answer && word == o.word && mean == o.mean; }
-  };
+  using Step = std::tuple<int, std::string, std::string>;  // answer, word, meaning
   std::vector<Step> Steps(const std::string& text, uint32_t size = 256) {
     WriteFile("w.txt", text);
     std::vector<char> buffer(size);
@@ -125,16 +122,14 @@ class WordFile : public tqtest::TempDirTest {
     EXPECT_EQ(vcInitWordFileObj(&obj, "w.txt", buffer.data(), size), 1);
     std::vector<Step> steps;
     std::vector<char> word(size + 1), mean(size + 1);
-    for (;;) {
-      int r = vcGetNextWordFromWordFile(&obj, word.data(), mean.data());
-      steps.push_back({r, word.data(), mean.data()});
-      if (r == -1 || steps.size() > 100) break;
+    for (int r = 0; r != -1 && steps.size() <= 100;) {
+      r = vcGetNextWordFromWordFile(&obj, word.data(), mean.data());
+      steps.emplace_back(r, word.data(), mean.data());
     }
     EXPECT_EQ(vcCloseWordFileObj(&obj), 0);
     EXPECT_EQ(obj.hFile, 0u);
     return steps;
   }
-  friend void PrintTo(const Step& s, std::ostream* os) { *os << s.answer << " " << s.word << "|" << s.mean; }
 };
 
 TEST_F(WordFile, ReadsPairsAndSeeksBackOverEnglishOrBlankLines) {
@@ -144,10 +139,10 @@ TEST_F(WordFile, ReadsPairsAndSeeksBackOverEnglishOrBlankLines) {
   // A word before an empty line: no meaning, and the empty line answers 0 next.
   EXPECT_EQ(Steps(G(u8"cat\n\n猫\ndog\n狗")),
             (V{{3, "cat", ""}, {0, "", ""}, {0, "", ""}, {3, "dog", G(u8"狗")}, {-1, "", ""}}));
-  // The last word of a file with no meaning behind it comes with -1.
+  // The last word of a file with no meaning behind it comes with -1; a line
+  // longer than the buffer arrives in pieces.
   EXPECT_EQ(Steps("one\ntwo"), (V{{3, "one", ""}, {-1, "two", ""}}));
   EXPECT_EQ(Steps(""), (V{{-1, "", ""}}));
-  // A line longer than the buffer arrives in pieces.
   EXPECT_EQ(Steps("abcdefgh\n", 5), (V{{4, "abcd", ""}, {4, "efgh", ""}, {0, "", ""}, {-1, "", ""}}));
 }
 

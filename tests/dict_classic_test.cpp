@@ -189,32 +189,30 @@ TEST_F(DictTest, RelatedWordLists) {
 TEST_F(DictTest, ExpressionDictionary) {
   Build({Entry({"look after", "", G("照顾"), "", "She looks after him."}), Entry({"give up", "", G("放弃")}),
          Entry({"word"})});
-  ExpDictObject e;
-  OpenExp(&e);
-  EXPECT_EQ(e.recordSize, 48u);
+  OpenExp();
+  EXPECT_EQ(e_.recordSize, 48u);
   char expr[64] = "LOOK AFTER";
-  ASSERT_EQ(vcCmSearchExp(&e, expr), 1);
-  EXPECT_STREQ(e.word, "look after");
+  ASSERT_EQ(vcCmSearchExp(&e_, expr), 1);
+  EXPECT_STREQ(e_.word, "look after");
   char out[256];
-  EXPECT_EQ(vcCmGetADetailExp(&e, out, 0), 8);
+  EXPECT_EQ(vcCmGetADetailExp(&e_, out, 0), 8);
   EXPECT_EQ(std::string(out), G("[]\r\n照顾"));
-  EXPECT_EQ(vcCmGetADetailExp(&e, out, 1), 20);
-  EXPECT_EQ(vcCmGetAllDetailExp(&e, out), 28);
+  EXPECT_EQ(vcCmGetADetailExp(&e_, out, 1), 20);
+  EXPECT_EQ(vcCmGetAllDetailExp(&e_, out), 28);
   const uint32_t order[3] = {2, 1, 0};
-  vcCmGetDetailExp(&e, out, order, 3);
+  vcCmGetDetailExp(&e_, out, order, 3);
   EXPECT_EQ(std::string(out), G("<<<例句>>>\r\nShe looks after him.\r\n<<<词义>>>\r\n[]\r\n照顾\r\n"));
-  EXPECT_EQ(vcCmGetDictExpMean(&e, "give up", out), 2);
+  EXPECT_EQ(vcCmGetDictExpMean(&e_, "give up", out), 2);
   EXPECT_EQ(std::string(out), G("放弃"));
-  EXPECT_EQ(vcCmGetDictExpMean(&e, "take off", out), 0);
+  EXPECT_EQ(vcCmGetDictExpMean(&e_, "take off", out), 0);
   int list = Window();
   // The list starts from where the last search, a miss, left the index.
-  EXPECT_EQ(vcFillListWithExp(&e, list), 1);
+  EXPECT_EQ(vcFillListWithExp(&e_, list), 1);
   EXPECT_EQ(tqHost_GetListCount(list), 2);
   // A long expression is cut in the caller's own string.
   char longer[64] = "look after the children of the family";
-  EXPECT_EQ(vcCmSearchExp(&e, longer), -1);
+  EXPECT_EQ(vcCmSearchExp(&e_, longer), -1);
   EXPECT_EQ(std::strlen(longer), 31u);
-  vcCmCloseExpDict(&e);
 }
 
 TEST_F(DictTest, ExpressionWildcardScanReportsProgress) {
@@ -222,19 +220,17 @@ TEST_F(DictTest, ExpressionWildcardScanReportsProgress) {
   for (int i = 0; i < 250; ++i) lines.push_back(Entry({"go " + std::to_string(1000 + i)}));
   lines.push_back(Entry({"take off"}));
   Build(lines);
-  ExpDictObject e;
-  OpenExp(&e);
+  OpenExp();
   int list = Window(), bar = Window();
   char pattern[32] = "*1?4?";
-  EXPECT_EQ(vcExpNoneExactSearch(&e, pattern, list, bar), 30);  // 1040..1049, 1140.., 1240..
+  EXPECT_EQ(vcExpNoneExactSearch(&e_, pattern, list, bar), 30);  // 1040..1049, 1140.., 1240..
   int low = -1, high = -1;
   tqHost_GetProgressRange(bar, &low, &high);
   EXPECT_EQ(high, 100);
   EXPECT_EQ(tqHost_GetProgressPos(bar), 79);  // at the 200th of 251 records
   char upper[32] = "TAKE*";
-  EXPECT_EQ(vcExpNoneExactSearch(&e, upper, list, 0), 1);
+  EXPECT_EQ(vcExpNoneExactSearch(&e_, upper, list, 0), 1);
   EXPECT_STREQ(upper, "take*");  // lower-cased in place
-  vcCmCloseExpDict(&e);
 }
 
 TEST_F(DictTest, MeanLibraryAndAddPron) {

@@ -34,20 +34,22 @@ class DictTest : public TempDirTest {
   void OpenClassic() {
     ASSERT_EQ(vcCmOpenDictDirect(&d_, "dictlib\\hmorec.idx", "dictlib\\hmorec.lib", work_), 1);
   }
-  // The expression dictionary, open.
-  void OpenExp(ExpDictObject* e) {
-    vcInitExpDictObject(e, "dictlib\\hmorexp.idx", "dictlib\\hmorexp.lib", work_);
-    ASSERT_EQ(vcCmOpenExpDict(e), 0);  // 0 is success here
+  // The expression dictionary, open in e_ (closed with the test).
+  void OpenExp() {
+    vcInitExpDictObject(&e_, "dictlib\\hmorexp.idx", "dictlib\\hmorexp.lib", work_);
+    ASSERT_EQ(vcCmOpenExpDict(&e_), 0);  // 0 is success here
   }
   std::string Word(const DictObject& d) { return std::string(d.word, strnlen(d.word, 20)); }
   // A host window (list box or progress bar) destroyed with the test.
   int Window() { return windows_.emplace_back(tqHost_CreateWindow("", 1, 1)); }
   void TearDown() override {
     vcCmCloseDict(&d_);
+    vcCmCloseExpDict(&e_);
     for (int w : windows_) tqHost_DestroyWindow(w);
     TempDirTest::TearDown();
   }
   DictObject d_ = {};
+  ExpDictObject e_ = {};
   char work_[4096] = {0};
   std::vector<int> windows_;
 };

@@ -12,8 +12,18 @@ namespace {
 
 class EcDictTest : public DictTest {
  protected:
-  int OpenWords() { return vcEcDict_Open("dictlib\\vlkdictec.idx", "dictlib\\vlkdictec.lib", nullptr); }
-  int OpenExprs() { return vcEcDict_Open("dictlib\\vlkdictexp.idx", "dictlib\\vlkdictexp.lib", nullptr); }
+  // Handles opened here are closed with the test.
+  int OpenWords(char* work = nullptr) {
+    return handles_.emplace_back(vcEcDict_Open("dictlib\\vlkdictec.idx", "dictlib\\vlkdictec.lib", work));
+  }
+  int OpenExprs() {
+    return handles_.emplace_back(vcEcDict_Open("dictlib\\vlkdictexp.idx", "dictlib\\vlkdictexp.lib", nullptr));
+  }
+  void TearDown() override {
+    for (int h : handles_) vcEcDict_Close(h);
+    DictTest::TearDown();
+  }
+  std::vector<int> handles_;
   std::string Current(int h) {
     char out[64];
     vcEcDict_GetResultWord(h, out);
@@ -59,14 +69,13 @@ TEST_F(EcDictTest, SearchOutcomes) {
     vcEcDict_GetDetailLengthArray(h, lengths);
     EXPECT_EQ(lengths[0], 10u);
   }
-  vcEcDict_Close(h);
 }
 
 TEST_F(EcDictTest, EntryAccessors) {
   Build({Entry({"a", "x", "first"}), Entry({"bare", "-", "[x]ab"}), Entry({"c", "c", "m\\nn", "expl", "", "", "", "",
                                                                          "quick#slow"})});
   char buffer[256];
-  int h = vcEcDict_Open("dictlib\\vlkdictec.idx", "dictlib\\vlkdictec.lib", buffer);
+  int h = OpenWords(buffer);
   ASSERT_GT(h, 0);
   ASSERT_EQ(vcEcDict_Search(h, "c", 0, 0), 1);
   char mean[64], pron[64], out[256];
@@ -89,7 +98,6 @@ TEST_F(EcDictTest, EntryAccessors) {
   ASSERT_EQ(vcEcDict_Search(h, "bare", 0, 0), 1);
   vcEcDict_GetMeanOrPron(h, mean, nullptr);
   EXPECT_STREQ(mean, "");
-  vcEcDict_Close(h);
 }
 
 TEST_F(EcDictTest, HandleTable) {
@@ -107,7 +115,6 @@ TEST_F(EcDictTest, HandleTable) {
   EXPECT_STREQ(out, "");
   EXPECT_EQ(vcEcDict_Open("dictlib\\vlkdictec.idx", "dictlib\\missing.lib", nullptr), -1);
   EXPECT_EQ(OpenWords(), 7);
-  for (int h : handles) vcEcDict_Close(h);
 }
 
 TEST_F(EcDictTest, WildcardScan) {
@@ -136,7 +143,6 @@ TEST_F(EcDictTest, WildcardScan) {
   EXPECT_EQ(vcEcDict_WildSearch(h, r, nullptr, 0, 0), 0);
   char none[8] = "";
   EXPECT_EQ(vcEcDict_WildSearch(h, none, nullptr, 0, 0), 0);
-  vcEcDict_Close(h);
 }
 
 TEST_F(EcDictTest, OldDictToNewMatchesTheBuiltFiles) {
@@ -181,7 +187,6 @@ TEST_F(EcDictTest, ConversionUnderAnOpenHandleShrinksTheIndexSafely) {
   EXPECT_EQ(Current(h), "zebra");
   char star[4] = "*", words[64];
   EXPECT_EQ(vcEcDict_WildSearch(h, star, words, 0, 0), 12);  // zebra, twice
-  vcEcDict_Close(h);
 }
 
 TEST_F(EcDictTest, AppendMean) {
@@ -204,8 +209,6 @@ TEST_F(EcDictTest, AppendMean) {
   EXPECT_EQ(tqtest::ReadFile("LIST.TXT"), "pear\r\n" + G("梨") + "\r\nnothing\r\n");
   vcCmCloseMeanLib(&m);
   EXPECT_EQ(vcCmAppendMean(nullptr, 0, 0, "missing.txt", "out.txt"), -1);
-  vcEcDict_Close(words);
-  vcEcDict_Close(exprs);
 }
 
 TEST_F(DictTest, LookupCommandOnTheSample) {

@@ -94,7 +94,8 @@ TEST_F(DetailPageTest, MeaningDropsPronunciationAndKeepsBlanks) {
 
 TEST_F(DetailPageTest, EachPairOfLineEndBytesIsOneLineEnd) {
   EXPECT_EQ(Body({{4, "a\r\nb\n\rc\r\rd\n\ne\r\n\r\nf\rg\nh"}}),
-            Heading("dtVary", "bh_title.jpg") + "a<br>\r\nb<br>\r\nc<br>\r\nd<br>\r\ne<br>\r\n<br>\r\nf<br>\r\ng<br>\r\n");
+            Heading("dtVary", "bh_title.jpg") + "a<br>\r\nb<br>\r\nc<br>\r\nd<br>\r\ne<br>\r\n<br>\r\n"
+                                                "f<br>\r\ng<br>\r\n");
 }
 
 TEST_F(DetailPageTest, EmptySectionsHaveNoHeadingAndOffsetsAddUp) {
@@ -156,7 +157,8 @@ TEST_F(DetailPageTest, LongLinesAreCutWithoutSplittingACharacter) {
   // not fit whole, so the line keeps 1,998 bytes.
   EXPECT_EQ(Body({{4, std::string(1998, 'a') + G(u8"中文") + std::string(3000, 'b') + "\r\nnext\r\n"}}),
             Heading("dtVary", "bh_title.jpg") + std::string(1998, 'a') + "<br>\r\nnext<br>\r\n");
-  EXPECT_EQ(Body({{6, std::string(5000, 'w') + "\n"}}), Heading("dtSyno", "xg_title.jpg") + std::string(1999, 'w') + "<br>\r\n");
+  EXPECT_EQ(Body({{6, std::string(5000, 'w') + "\n"}}),
+            Heading("dtSyno", "xg_title.jpg") + std::string(1999, 'w') + "<br>\r\n");
 }
 
 TEST_F(DetailPageTest, FailuresAreToldOnStandardOutput) {

@@ -48,17 +48,14 @@ std::string Saved(const std::string& text, const std::string& id) {
 
 class DetailPageTest : public tqtest::TempDirTest {
  protected:
-  // The page for the given sections (index -> text); the others are empty.
+  // The page for the given sections (index -> text, in index order); the
+  // others are empty.
   std::string Page(const std::vector<std::pair<int, std::string>>& sections, int sound_flag = 1) {
     uint32_t lengths[7] = {0, 0, 0, 0, 0, 0, 0};
     std::string text;
-    for (int k = 0; k < 7; ++k) {
-      for (const auto& s : sections) {
-        if (s.first == k) {
-          lengths[k] = static_cast<uint32_t>(s.second.size());
-          text += s.second;
-        }
-      }
+    for (const auto& s : sections) {
+      lengths[s.first] = static_cast<uint32_t>(s.second.size());
+      text += s.second;
     }
     vcCreateHtmlDetail(lengths, text.c_str(), "page.htm", sound_flag);
     return ReadFile("page.htm");

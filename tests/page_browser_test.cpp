@@ -7,7 +7,6 @@
 #include <gtest/gtest.h>
 
 #include <cctype>
-#include <cstdio>
 #include <cstdlib>
 #include <sstream>
 #include <string>
@@ -123,10 +122,8 @@ class PageBrowserTest : public tqtest::TempDirTest {
 
   // A picture of the page, kept beside the build for a person to look at.
   void Screenshot(const std::string& page, const std::string& name, int height) {
-    std::string shot = std::string(TQ_BINARY_DIR) + "/browser_check/" + name;
-    ASSERT_EQ(tqtest::Run("mkdir -p '" + std::string(TQ_BINARY_DIR) + "/browser_check' && rm -f '" + shot + "'",
-                          nullptr),
-              0);
+    std::string folder = std::string(TQ_BINARY_DIR) + "/browser_check", shot = folder + "/" + name;
+    ASSERT_EQ(tqtest::Run("mkdir -p '" + folder + "' && rm -f '" + shot + "'", nullptr), 0);
     Chromium("--hide-scrollbars --window-size=720," + std::to_string(height) + " --screenshot='" + shot + "'", page);
     EXPECT_EQ(ReadFile(shot).substr(0, 8), "\x89PNG\r\n\x1a\n");
   }
@@ -185,10 +182,8 @@ TEST_F(PageBrowserTest, DetailPageRendersWithEveryAnchorAndSoundLink) {
 }
 
 TEST_F(PageBrowserTest, PrintablePageRendersWithoutTextBoxes) {
-  auto Box = [&](int n) {
-    char id[8];
-    std::snprintf(id, sizeof id, "%03d", n);
-    return "<input type=\"text\" id=\"Blk001-" + std::string(id) + "\" size=\"12\" style=\"border: 1px solid #008000\">";
+  auto Box = [](int n) {
+    return "<input type=\"text\" id=\"Blk001-00" + std::to_string(n) + "\" size=\"12\" style=\"border: 1px solid #008000\">";
   };
   WriteFile("quiz.htm", "<html>\r\n<head>\r\n<meta http-equiv=\"Content-Type\" content=\"text/html; charset=gb2312\">\r\n"
                         "<title>" + G(u8"填空") + "</title>\r\n</head>\r\n<body>\r\n"
@@ -199,9 +194,9 @@ TEST_F(PageBrowserTest, PrintablePageRendersWithoutTextBoxes) {
   ASSERT_EQ(vcGenPrintableHtml("quiz.htm", "print.htm", "answers.txt", 1, 1), 1);
 
   Check("print.htm", "{\"noInputs\": true, \"texts\": " +
-                                      Texts({u8"他每天早上去 [1]_____________ (run)", u8"[3]_____________ the shop",
-                                             u8"备选答案：", u8"1) running", u8"2) runs"}) +
-                                      "}");
+                         Texts({u8"他每天早上去 [1]_____________ (run)", u8"[3]_____________ the shop", u8"备选答案：",
+                                u8"1) running", u8"2) runs"}) +
+                         "}");
   Screenshot("print.htm", "printable.png", 300);
 }
 

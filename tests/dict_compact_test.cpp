@@ -23,12 +23,12 @@ class EcDictTest : public DictTest {
     for (int h : handles_) vcEcDict_Close(h);
     DictTest::TearDown();
   }
-  std::vector<int> handles_;
   std::string Current(int h) {
     char out[64];
     vcEcDict_GetResultWord(h, out);
     return out;
   }
+  std::vector<int> handles_;
 };
 
 TEST_F(EcDictTest, SearchOutcomes) {

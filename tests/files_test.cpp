@@ -53,10 +53,9 @@ std::set<std::string> FindAll(const std::string& pattern, int* closeAnswer = nul
 }
 
 TEST_F(FilesTest, FindFileWalksPatternsCaseBlind) {
-  WriteFile("a.txt", "1");
-  WriteFile("B.TXT", "22");
-  WriteFile("ab.dat", "333");
-  WriteFile("abc", "");
+  for (auto f : {std::make_pair("a.txt", "1"), {"B.TXT", "22"}, {"ab.dat", "333"}, {"abc", ""}}) {
+    WriteFile(f.first, f.second);
+  }
   mkdir("sub", 0755);
   WriteFile("sub/x.txt", "4444");
 

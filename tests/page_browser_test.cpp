@@ -6,7 +6,7 @@
 // Chromium can be found.
 #include <gtest/gtest.h>
 
-#include <cctype>
+#include <cstdio>
 #include <cstdlib>
 #include <sstream>
 #include <string>
@@ -29,30 +29,25 @@ std::string FindChromium() {
   return found.substr(0, found.find('\n'));
 }
 
-std::string PercentEncode(const std::string& s) {
-  static const char kHex[] = "0123456789ABCDEF";
-  std::string out;
-  for (unsigned char c : s) {
-    if (std::isalnum(c) || c == '-' || c == '_' || c == '.' || c == '~') {
-      out += static_cast<char>(c);
-    } else {
-      out += '%';
-      out += kHex[c >> 4];
-      out += kHex[c & 15];
-    }
+// Texts for the script as a JSON list, every UTF-8 byte percent-encoded so
+// that they pass through the GBK page unharmed.
+std::string Texts(const std::vector<std::string>& utf8) {
+  std::string json = "[";
+  char hex[4];
+  for (const std::string& t : utf8) {
+    json += json.size() > 1 ? ",\"" : "\"";
+    for (unsigned char c : t) json += (std::snprintf(hex, sizeof hex, "%%%02X", c), hex);
+    json += "\"";
   }
-  return out;
+  return json + "]";
 }
 
 std::string PercentDecode(const std::string& s) {
   std::string out;
   for (size_t i = 0; i < s.size(); ++i) {
-    if (s[i] == '%' && i + 2 < s.size()) {
-      out += static_cast<char>(std::stoi(s.substr(i + 1, 2), nullptr, 16));
-      i += 2;
-    } else {
-      out += s[i];
-    }
+    bool escape = s[i] == '%' && i + 2 < s.size();
+    out += escape ? static_cast<char>(std::stoi(s.substr(i + 1, 2), nullptr, 16)) : s[i];
+    if (escape) i += 2;
   }
   return out;
 }
@@ -126,12 +121,6 @@ class PageBrowserTest : public tqtest::TempDirTest {
     ASSERT_EQ(tqtest::Run("mkdir -p '" + folder + "' && rm -f '" + shot + "'", nullptr), 0);
     Chromium("--hide-scrollbars --window-size=720," + std::to_string(height) + " --screenshot='" + shot + "'", page);
     EXPECT_EQ(ReadFile(shot).substr(0, 8), "\x89PNG\r\n\x1a\n");
-  }
-
-  std::string Texts(const std::vector<std::string>& utf8) {
-    std::string json = "[";
-    for (const std::string& t : utf8) json += (json.size() > 1 ? ",\"" : "\"") + PercentEncode(t) + "\"";
-    return json + "]";
   }
 
   std::string chromium_;

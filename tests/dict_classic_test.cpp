@@ -5,7 +5,6 @@
 
 #include "dict/word_forms.h"
 #include "dict_util.h"
-#include "tqhost.h"
 
 using tqtest::DictTest;
 using tqtest::Entry;
@@ -15,123 +14,115 @@ namespace {
 
 TEST_F(DictTest, ExactSearchStartsAtTheFirstRecordAndLeavesThePosition) {
   Build({Entry({"b"}), Entry({"d"}), Entry({"Fox"})});
-  DictObject d;
-  OpenClassic(&d);
-  int list = tqHost_CreateWindow("", 1, 1);
-  EXPECT_EQ(vcCmSearchWord(&d, "b"), 21);
-  EXPECT_EQ(vcFillListWithEnglish(&d, list), 0);  // read only the first record
+  OpenClassic();
+  int list = Window();
+  EXPECT_EQ(vcCmSearchWord(&d_, "b"), 21);
+  EXPECT_EQ(vcFillListWithEnglish(&d_, list), 0);  // read only the first record
   EXPECT_EQ(tqHost_GetListCount(list), 3);
-  EXPECT_EQ(vcCmSearchWord(&d, "FOX"), 21);
-  EXPECT_EQ(Word(d), "Fox");  // the word as stored
-  EXPECT_EQ(vcFillListWithEnglish(&d, list), 2);
+  EXPECT_EQ(vcCmSearchWord(&d_, "FOX"), 21);
+  EXPECT_EQ(Word(d_), "Fox");  // the word as stored
+  EXPECT_EQ(vcFillListWithEnglish(&d_, list), 2);
   // An absent word leaves the earlier record current.
-  EXPECT_EQ(vcCmSearchWord(&d, "c"), -1);
-  EXPECT_EQ(Word(d), "Fox");
-  vcCmCloseDict(&d);
-  EXPECT_EQ(d.hIdx, 0u);
-  EXPECT_EQ(d.hLib, 0u);
-  tqHost_DestroyWindow(list);
+  EXPECT_EQ(vcCmSearchWord(&d_, "c"), -1);
+  EXPECT_EQ(Word(d_), "Fox");
+  vcCmCloseDict(&d_);
+  EXPECT_EQ(d_.hIdx, 0u);
+  EXPECT_EQ(d_.hLib, 0u);
 }
 
 TEST_F(DictTest, ClosestIsTheRecordBehindTheLastOneRead) {
   Build({Entry({"b", "b", "m"}), Entry({"d", "d", "m"}), Entry({"f", "f", "m"})});
-  DictObject d;
-  OpenClassic(&d);
-  // "a" sorts before b, the first and only record read: its follower wins.
-  EXPECT_EQ(vcCmSearchWordClosest(&d, "a"), -21);
-  EXPECT_EQ(Word(d), "d");
-  EXPECT_EQ(vcCmSearchWordClosest(&d, "c"), -21);
-  EXPECT_EQ(Word(d), "f");
-  EXPECT_EQ(vcCmSearchWordClosest(&d, "e"), -21);
-  EXPECT_EQ(Word(d), "f");
-  EXPECT_EQ(vcCmSearchWordClosest(&d, "z"), -21);  // the last answers for all beyond
-  EXPECT_EQ(Word(d), "f");
-  EXPECT_EQ(vcCmSearchWordClosest(&d, "d"), 21);
-  EXPECT_EQ(Word(d), "d");
+  OpenClassic();
+  // "a" sorts before b, the first and only record read: its follower wins;
+  // the last answers for all beyond.
+  struct {
+    const char* key;
+    int answer;
+    const char* word;
+  } cases[] = {{"a", -21, "d"}, {"c", -21, "f"}, {"e", -21, "f"}, {"z", -21, "f"}, {"d", 21, "d"}};
+  for (const auto& c : cases) {
+    EXPECT_EQ(vcCmSearchWordClosest(&d_, c.key), c.answer) << c.key;
+    EXPECT_EQ(Word(d_), c.word) << c.key;
+  }
   char mean[64], pron[64];
-  EXPECT_EQ(vcCmGetDictMeanAndPronClosest(&d, "a", mean, pron), -21);
+  EXPECT_EQ(vcCmGetDictMeanAndPronClosest(&d_, "a", mean, pron), -21);
   EXPECT_STREQ(pron, "[d]");
-  vcCmCloseDict(&d);
 }
 
 TEST_F(DictTest, SmallAndEmptyIndexes) {
   Build({Entry({"m"}), Entry({"an expression"})});
-  DictObject d;
-  OpenClassic(&d);
-  EXPECT_EQ(vcCmSearchWord(&d, "z"), -1);
-  EXPECT_EQ(vcCmSearchWordClosest(&d, "z"), -21);
-  EXPECT_EQ(Word(d), "m");
-  vcCmCloseDict(&d);
+  OpenClassic();
+  EXPECT_EQ(vcCmSearchWord(&d_, "z"), -1);
+  EXPECT_EQ(vcCmSearchWordClosest(&d_, "z"), -21);
+  EXPECT_EQ(Word(d_), "m");
+  vcCmCloseDict(&d_);
   // An index with no record at all: absent in both forms.
   tqtest::WriteFile("dictlib/empty.idx", "");
-  ASSERT_EQ(vcCmOpenDictDirect(&d, "dictlib\\empty.idx", "dictlib\\hmorec.lib", work_), 1);
-  EXPECT_EQ(vcCmSearchWord(&d, "m"), -1);
-  EXPECT_EQ(vcCmSearchWordClosest(&d, "m"), 0);
-  vcCmCloseDict(&d);
+  ASSERT_EQ(vcCmOpenDictDirect(&d_, "dictlib\\empty.idx", "dictlib\\hmorec.lib", work_), 1);
+  EXPECT_EQ(vcCmSearchWord(&d_, "m"), -1);
+  EXPECT_EQ(vcCmSearchWordClosest(&d_, "m"), 0);
+  vcCmCloseDict(&d_);
   // A failed library: the direct open clears both files, the plain open
   // leaves the index's closed number behind.
-  EXPECT_EQ(vcCmOpenDictDirect(&d, "dictlib\\hmorec.idx", "dictlib\\none.lib", work_), -1);
-  EXPECT_EQ(d.hIdx, 0u);
-  EXPECT_EQ(vcCmOpenDict(&d), -1);
-  EXPECT_NE(d.hIdx, 0u);
-  EXPECT_EQ(d.hLib, 0u);
-  EXPECT_EQ(d.recordSize, 52u);
-  EXPECT_EQ(d.wordFieldSize, 20u);
+  EXPECT_EQ(vcCmOpenDictDirect(&d_, "dictlib\\hmorec.idx", "dictlib\\none.lib", work_), -1);
+  EXPECT_EQ(d_.hIdx, 0u);
+  EXPECT_EQ(vcCmOpenDict(&d_), -1);
+  EXPECT_NE(d_.hIdx, 0u);
+  EXPECT_EQ(d_.hLib, 0u);
+  EXPECT_EQ(d_.recordSize, 52u);
+  EXPECT_EQ(d_.wordFieldSize, 20u);
 }
 
 TEST_F(DictTest, LongWordsGradesAndSections) {
   const std::string big(70000, 'b');
   Build({Entry({"abcdefghijklmnopqrs", "x", "m"}), Entry({"graded", "", "", "expl", "", "", "", "", "", "7"}),
          Entry({"huge", "-", big, big, "", "", "", "", "", "9"}), Entry({"w", "p", "m1\\nm2", "", "s"})});
-  DictObject d;
-  OpenClassic(&d);
-  EXPECT_EQ(vcCmSearchWord(&d, "abcdefghijklmnopqrsTUVWXYZ"), 21);  // by its first 19 bytes
-  EXPECT_EQ(vcCmSearchWord(&d, "graded"), 7);
-  EXPECT_EQ(d.lengths[1], 4u);  // the low half alone
+  OpenClassic();
+  EXPECT_EQ(vcCmSearchWord(&d_, "abcdefghijklmnopqrsTUVWXYZ"), 21);  // by its first 19 bytes
+  EXPECT_EQ(vcCmSearchWord(&d_, "graded"), 7);
+  EXPECT_EQ(d_.lengths[1], 4u);  // the low half alone
   // Section 0's length keeps all 32 bits; a longer explanation was cut to
   // its 16 and left the grade alone.
-  EXPECT_EQ(vcCmSearchWord(&d, "huge"), 9);
-  EXPECT_EQ(d.lengths[0], 70000u);
-  EXPECT_EQ(d.lengths[1], 65535u);
-  EXPECT_EQ(vcCmSearchWord(&d, "w"), 21);
+  EXPECT_EQ(vcCmSearchWord(&d_, "huge"), 9);
+  EXPECT_EQ(d_.lengths[0], 70000u);
+  EXPECT_EQ(d_.lengths[1], 65535u);
+  EXPECT_EQ(vcCmSearchWord(&d_, "w"), 21);
   char out[256];
-  EXPECT_EQ(vcCmGetADetail(&d, out, 0), 11);
+  EXPECT_EQ(vcCmGetADetail(&d_, out, 0), 11);
   EXPECT_STREQ(out, "[p]\r\nm1\r\nm2");
   std::strcpy(out, "junk");
-  EXPECT_EQ(vcCmGetADetail(&d, out, 1), 0);
+  EXPECT_EQ(vcCmGetADetail(&d_, out, 1), 0);
   EXPECT_STREQ(out, "");
-  EXPECT_EQ(vcCmGetAllDetails(&d, out), 12);
+  EXPECT_EQ(vcCmGetAllDetails(&d_, out), 12);
   EXPECT_STREQ(out, "[p]\r\nm1\r\nm2s");
   // The raw form of the composed text is the same.
-  EXPECT_EQ(vcCmGetDetail(&d, out, nullptr, 0), 12);
+  EXPECT_EQ(vcCmGetDetail(&d_, out, nullptr, 0), 12);
   EXPECT_STREQ(out, "[p]\r\nm1\r\nm2s");
-  vcCmCloseDict(&d);
 }
 
 TEST_F(DictTest, MeaningAndPronunciation) {
   Build({Entry({"w", "p", "m1\\nm2 "}), Entry({"bare", "-", "[x]ab"}), Entry({"plain", "-", "no bracket"})});
-  DictObject d;
-  OpenClassic(&d);
+  OpenClassic();
   char mean[128], pron[128];
-  EXPECT_EQ(vcCmGetDictMeanAndPron(&d, "W", mean, pron), 21);
-  EXPECT_STREQ(pron, "[p]");
-  EXPECT_STREQ(mean, "m1\r\nm2");
-  EXPECT_STREQ(work_, "[p]\r\nm1\r\nm2 ");  // section 0 went through the work buffer
-  EXPECT_EQ(vcCmGetDictMeanAndPron(&d, "w", nullptr, pron), 21);
   // The byte behind "]" is skipped unseen; the meaning starts at the next.
-  EXPECT_EQ(vcCmGetDictMeanAndPron(&d, "bare", mean, pron), 21);
-  EXPECT_STREQ(pron, "[x]");
-  EXPECT_STREQ(mean, "b");
   // No "]": the section's length and nothing else.
-  EXPECT_EQ(vcCmGetDictMeanAndPron(&d, "plain", mean, pron), 10);
-  EXPECT_STREQ(pron, "");
-  EXPECT_STREQ(mean, "");
-  EXPECT_EQ(vcCmGetDictMeanAndPron(&d, "nothing", mean, pron), 0);
-  EXPECT_EQ(vcCmGetDictPron(&d, "nothing", pron), 0);
+  struct {
+    const char* word;
+    int answer;
+    const char *pron, *mean;
+  } cases[] = {{"bare", 21, "[x]", "b"}, {"plain", 10, "", ""}, {"W", 21, "[p]", "m1\r\nm2"}};
+  for (const auto& c : cases) {
+    EXPECT_EQ(vcCmGetDictMeanAndPron(&d_, c.word, mean, pron), c.answer) << c.word;
+    EXPECT_STREQ(pron, c.pron) << c.word;
+    EXPECT_STREQ(mean, c.mean) << c.word;
+  }
+  EXPECT_STREQ(work_, "[p]\r\nm1\r\nm2 ");  // section 0 went through the work buffer
+  EXPECT_EQ(vcCmGetDictMeanAndPron(&d_, "w", nullptr, pron), 21);
+  EXPECT_EQ(vcCmGetDictMeanAndPron(&d_, "nothing", mean, pron), 0);
+  EXPECT_EQ(vcCmGetDictPron(&d_, "nothing", pron), 0);
   EXPECT_STREQ(pron, "[]");
-  EXPECT_EQ(vcCmGetDictPron(&d, "w", pron), 21);
+  EXPECT_EQ(vcCmGetDictPron(&d_, "w", pron), 21);
   EXPECT_STREQ(pron, "[p]");
-  vcCmCloseDict(&d);
 }
 
 TEST_F(DictTest, ComposedDetail) {
@@ -140,10 +131,9 @@ TEST_F(DictTest, ComposedDetail) {
   std::string x49(49, 'x');
   Build({Entry({"c", "p", "mean", "expl\\n", samples, "ph", "f1", "r", "=" + G("同义词：a,b#c")}),
          Entry({"b50", "-", "", "[" + x49 + "]rest"}), Entry({"b51", "-", "", "[" + x49 + "x]rest"})});
-  DictObject d;
-  OpenClassic(&d);
+  OpenClassic();
   std::vector<char> out(4096);
-  ASSERT_EQ(vcCmSearchWord(&d, "c"), 21);
+  ASSERT_EQ(vcCmSearchWord(&d_, "c"), 21);
   const uint32_t all[7] = {0, 1, 2, 3, 4, 5, 6};
   std::string lines;
   for (int i = 1; i <= 12; ++i) lines += "l" + std::to_string(i) + "\r\n";
@@ -151,39 +141,36 @@ TEST_F(DictTest, ComposedDetail) {
   // open the samples: one flag for the whole call.
   std::string expected = G("<<<词义>>>\nmean\r\n<<<英释>>>\r\nexpl\r\n<<<例句>>>\r\n") + lines +
                          G("<<<短语>>>\r\nph\r\nf1\r\n<<<词根>>>\r\nr\r\n<近义词>\r\n同义词：a, b\r\n<反义词>\r\nc");
-  int chars = vcCmGetDetail(&d, out.data(), all, 7);
+  int chars = vcCmGetDetail(&d_, out.data(), all, 7);
   EXPECT_EQ(std::string(out.data()), expected);
   EXPECT_EQ(chars, vcMystrlen(expected.c_str()));
   // The caller's order, and only what it asks for. Leading the text, the
   // samples keep their opening line end, and it counts as one of twelve.
   const uint32_t two_then_zero[2] = {2, 0};
-  vcCmGetDetail(&d, out.data(), two_then_zero, 2);
+  vcCmGetDetail(&d_, out.data(), two_then_zero, 2);
   EXPECT_EQ(std::string(out.data()), G("<<<例句>>>\r\n\r\n") + lines.substr(0, lines.find("l12")) +
                                          G("<<<词义>>>\nmean"));
   const uint32_t none[1] = {9};
-  EXPECT_EQ(vcCmGetDetail(&d, out.data(), none, 1), 0);
+  EXPECT_EQ(vcCmGetDetail(&d_, out.data(), none, 1), 0);
   EXPECT_STREQ(out.data(), "");
-  EXPECT_EQ(vcCmGetDetail(&d, out.data(), all, -1), 0);
+  EXPECT_EQ(vcCmGetDetail(&d_, out.data(), all, -1), 0);
   // A bracket closing at 50 is a pronunciation; at 51 it is text.
   const uint32_t one[1] = {1};
-  ASSERT_EQ(vcCmSearchWord(&d, "b50"), 21);
-  vcCmGetDetail(&d, out.data(), one, 1);
-  EXPECT_EQ(std::string(out.data()), G("<<<英释>>>\r\nrest"));
-  ASSERT_EQ(vcCmSearchWord(&d, "b51"), 21);
-  vcCmGetDetail(&d, out.data(), one, 1);
-  EXPECT_EQ(std::string(out.data()), G("<<<英释>>>\r\n[") + x49 + "x]rest");
-  vcCmCloseDict(&d);
+  for (auto c : {std::make_pair("b50", std::string("rest")), std::make_pair("b51", "[" + x49 + "x]rest")}) {
+    ASSERT_EQ(vcCmSearchWord(&d_, c.first), 21);
+    vcCmGetDetail(&d_, out.data(), one, 1);
+    EXPECT_EQ(std::string(out.data()), G("<<<英释>>>\r\n") + c.second);
+  }
 }
 
 TEST_F(DictTest, RelatedWordLists) {
   Build({Entry({"fast", "", "", "", "", "", "", "", "quick,rapid#slow"}),
          Entry({"odd", "", "", "", "", "", "", "", "=" + G("同义词：a,反义词：b")})});
-  DictObject d;
-  OpenClassic(&d);
-  int syn = tqHost_CreateWindow("", 1, 1), ant = tqHost_CreateWindow("", 1, 1);
+  OpenClassic();
+  int syn = Window(), ant = Window();
   char text[64];
-  ASSERT_EQ(vcCmSearchWord(&d, "fast"), 21);
-  vcFillRelatedWordList(&d, syn, ant);
+  ASSERT_EQ(vcCmSearchWord(&d_, "fast"), 21);
+  vcFillRelatedWordList(&d_, syn, ant);
   ASSERT_EQ(tqHost_GetListCount(syn), 2);
   tqHost_GetListText(syn, 1, text);
   EXPECT_STREQ(text, "rapid");
@@ -192,47 +179,40 @@ TEST_F(DictTest, RelatedWordLists) {
   EXPECT_STREQ(text, "slow");
   // With no word open at the antonyms' label, the label runs into the
   // first antonym.
-  ASSERT_EQ(vcCmSearchWord(&d, "odd"), 21);
-  vcFillRelatedWordList(&d, syn, ant);
+  ASSERT_EQ(vcCmSearchWord(&d_, "odd"), 21);
+  vcFillRelatedWordList(&d_, syn, ant);
   EXPECT_EQ(tqHost_GetListCount(syn), 3);  // "a" and an empty word
   tqHost_GetListText(ant, 1, text);
   EXPECT_EQ(std::string(text), G("反义词：b").substr(1));
-  vcCmCloseDict(&d);
-  tqHost_DestroyWindow(syn);
-  tqHost_DestroyWindow(ant);
 }
 
 TEST_F(DictTest, ExpressionDictionary) {
   Build({Entry({"look after", "", G("照顾"), "", "She looks after him."}), Entry({"give up", "", G("放弃")}),
          Entry({"word"})});
-  ExpDictObject e;
-  vcInitExpDictObject(&e, "dictlib\\hmorexp.idx", "dictlib\\hmorexp.lib", work_);
-  EXPECT_EQ(e.recordSize, 48u);
-  ASSERT_EQ(vcCmOpenExpDict(&e), 0);  // 0 is success here
+  OpenExp();
+  EXPECT_EQ(e_.recordSize, 48u);
   char expr[64] = "LOOK AFTER";
-  ASSERT_EQ(vcCmSearchExp(&e, expr), 1);
-  EXPECT_STREQ(e.word, "look after");
+  ASSERT_EQ(vcCmSearchExp(&e_, expr), 1);
+  EXPECT_STREQ(e_.word, "look after");
   char out[256];
-  EXPECT_EQ(vcCmGetADetailExp(&e, out, 0), 8);
+  EXPECT_EQ(vcCmGetADetailExp(&e_, out, 0), 8);
   EXPECT_EQ(std::string(out), G("[]\r\n照顾"));
-  EXPECT_EQ(vcCmGetADetailExp(&e, out, 1), 20);
-  EXPECT_EQ(vcCmGetAllDetailExp(&e, out), 28);
+  EXPECT_EQ(vcCmGetADetailExp(&e_, out, 1), 20);
+  EXPECT_EQ(vcCmGetAllDetailExp(&e_, out), 28);
   const uint32_t order[3] = {2, 1, 0};
-  vcCmGetDetailExp(&e, out, order, 3);
+  vcCmGetDetailExp(&e_, out, order, 3);
   EXPECT_EQ(std::string(out), G("<<<例句>>>\r\nShe looks after him.\r\n<<<词义>>>\r\n[]\r\n照顾\r\n"));
-  EXPECT_EQ(vcCmGetDictExpMean(&e, "give up", out), 2);
+  EXPECT_EQ(vcCmGetDictExpMean(&e_, "give up", out), 2);
   EXPECT_EQ(std::string(out), G("放弃"));
-  EXPECT_EQ(vcCmGetDictExpMean(&e, "take off", out), 0);
-  int list = tqHost_CreateWindow("", 1, 1);
+  EXPECT_EQ(vcCmGetDictExpMean(&e_, "take off", out), 0);
+  int list = Window();
   // The list starts from where the last search, a miss, left the index.
-  EXPECT_EQ(vcFillListWithExp(&e, list), 1);
+  EXPECT_EQ(vcFillListWithExp(&e_, list), 1);
   EXPECT_EQ(tqHost_GetListCount(list), 2);
   // A long expression is cut in the caller's own string.
   char longer[64] = "look after the children of the family";
-  EXPECT_EQ(vcCmSearchExp(&e, longer), -1);
+  EXPECT_EQ(vcCmSearchExp(&e_, longer), -1);
   EXPECT_EQ(std::strlen(longer), 31u);
-  vcCmCloseExpDict(&e);
-  tqHost_DestroyWindow(list);
 }
 
 TEST_F(DictTest, ExpressionWildcardScanReportsProgress) {
@@ -240,22 +220,17 @@ TEST_F(DictTest, ExpressionWildcardScanReportsProgress) {
   for (int i = 0; i < 250; ++i) lines.push_back(Entry({"go " + std::to_string(1000 + i)}));
   lines.push_back(Entry({"take off"}));
   Build(lines);
-  ExpDictObject e;
-  vcInitExpDictObject(&e, "dictlib\\hmorexp.idx", "dictlib\\hmorexp.lib", work_);
-  ASSERT_EQ(vcCmOpenExpDict(&e), 0);
-  int list = tqHost_CreateWindow("", 1, 1), bar = tqHost_CreateWindow("", 1, 1);
+  OpenExp();
+  int list = Window(), bar = Window();
   char pattern[32] = "*1?4?";
-  EXPECT_EQ(vcExpNoneExactSearch(&e, pattern, list, bar), 30);  // 1040..1049, 1140.., 1240..
+  EXPECT_EQ(vcExpNoneExactSearch(&e_, pattern, list, bar), 30);  // 1040..1049, 1140.., 1240..
   int low = -1, high = -1;
   tqHost_GetProgressRange(bar, &low, &high);
   EXPECT_EQ(high, 100);
   EXPECT_EQ(tqHost_GetProgressPos(bar), 79);  // at the 200th of 251 records
   char upper[32] = "TAKE*";
-  EXPECT_EQ(vcExpNoneExactSearch(&e, upper, list, 0), 1);
+  EXPECT_EQ(vcExpNoneExactSearch(&e_, upper, list, 0), 1);
   EXPECT_STREQ(upper, "take*");  // lower-cased in place
-  vcCmCloseExpDict(&e);
-  tqHost_DestroyWindow(list);
-  tqHost_DestroyWindow(bar);
 }
 
 TEST_F(DictTest, MeanLibraryAndAddPron) {
@@ -286,37 +261,33 @@ TEST_F(DictTest, MeanLibraryAndAddPron) {
     records += r;
   }
   tqtest::WriteFile("plain.dat", records);
-  DictObject d;
-  OpenClassic(&d);
-  EXPECT_EQ(vcAddPron(&d, "plain.dat", "withpron.dat"), 1);
+  OpenClassic();
+  EXPECT_EQ(vcAddPron(&d_, "plain.dat", "withpron.dat"), 1);
   std::string out = tqtest::ReadFile("withpron.dat");
   ASSERT_EQ(out.size(), 672u);
   EXPECT_EQ(out.substr(0, 10), std::string("apple\0[a]\0", 10));
   EXPECT_EQ(out.substr(224 + 59, 5), std::string("\0[x]\0", 5));
   EXPECT_EQ(out.substr(448 + 60, 4), std::string(4, '\0'));
-  vcCmCloseDict(&d);
 }
 
 TEST_F(DictTest, BaseFormsByRule) {
   // The steps themselves are checked below the boundary (WordForms).
   Build({Entry({"big"}), Entry({"like"}), Entry({"need"}), Entry({"Stop"})});
-  DictObject d;
-  OpenClassic(&d);
+  OpenClassic();
   char out[32];
   struct Case {
     const char* input;
     const char* base;
   } cases[] = {{"stopped", "Stop"}, {"LIKED", "like"}, {"need", "need"}};
   for (const Case& c : cases) {
-    EXPECT_EQ(vcCmSearchOrignalWord(&d, c.input, out), static_cast<int>(std::strlen(c.base))) << c.input;
+    EXPECT_EQ(vcCmSearchOrignalWord(&d_, c.input, out), static_cast<int>(std::strlen(c.base))) << c.input;
     EXPECT_STREQ(out, c.base) << c.input;
-    EXPECT_EQ(Word(d), c.base);
+    EXPECT_EQ(Word(d_), c.base);
   }
   std::strcpy(out, "untouched");
-  EXPECT_EQ(vcCmSearchOrignalWord(&d, "bigger", out), 0);
-  EXPECT_EQ(vcCmSearchOrignalWord(&d, "s", out), 0);
+  EXPECT_EQ(vcCmSearchOrignalWord(&d_, "bigger", out), 0);
+  EXPECT_EQ(vcCmSearchOrignalWord(&d_, "s", out), 0);
   EXPECT_STREQ(out, "untouched");
-  vcCmCloseDict(&d);
 }
 
 TEST(WordForms, ChainStepsAndTheirGaps) {
@@ -348,19 +319,17 @@ TEST(WordForms, ChainStepsAndTheirGaps) {
 
 TEST(WordForms, RegularForms) {
   char out[128];
-  EXPECT_EQ(vcGetAllWordVarys("study", out), 42);
-  EXPECT_STREQ(out, "studies,studied,studying,studier,studiest,");
-  vcGetAllWordVarys("make", out);
-  EXPECT_STREQ(out, "makes,maked,making,maker,makest,");
-  vcGetAllWordVarys("church", out);
-  EXPECT_STREQ(out, "churches,churched,churching,churcher,churchest,");
-  vcGetAllWordVarys("CHURCH", out);
-  EXPECT_STREQ(out, "CHURCHes,CHURCHed,CHURCHing,CHURCHer,CHURCHest,");
-  vcGetAllWordVarys("work", out);
-  EXPECT_STREQ(out, "worked,working,worker,workest,");
-  vcGetAllWordVarys("h", out);
-  EXPECT_STREQ(out, "hed,hing,her,hest,");
-  EXPECT_EQ(vcGetAllWordVarys("", out), 14);
+  const char* cases[][2] = {{"study", "studies,studied,studying,studier,studiest,"},
+                            {"make", "makes,maked,making,maker,makest,"},
+                            {"church", "churches,churched,churching,churcher,churchest,"},
+                            {"CHURCH", "CHURCHes,CHURCHed,CHURCHing,CHURCHer,CHURCHest,"},
+                            {"work", "worked,working,worker,workest,"},
+                            {"h", "hed,hing,her,hest,"},
+                            {"", "ed,ing,er,est,"}};
+  for (auto& c : cases) {
+    EXPECT_EQ(vcGetAllWordVarys(c[0], out), static_cast<int>(std::strlen(c[1]))) << c[0];
+    EXPECT_STREQ(out, c[1]);
+  }
 }
 
 TEST_F(DictTest, IrregularFormsFile) {
@@ -379,17 +348,15 @@ TEST_F(DictTest, IrregularFormsFile) {
 TEST_F(DictTest, CutShortLibraryStaysInsideTheBuffer) {
   Build({Entry({"w", "p", "meaning", "explanation", "samples"})});
   tqtest::WriteFile("dictlib/hmorec.lib", tqtest::ReadFile("dictlib/hmorec.lib").substr(0, 3));
-  DictObject d;
-  OpenClassic(&d);
-  ASSERT_EQ(vcCmSearchWord(&d, "w"), 21);
+  OpenClassic();
+  ASSERT_EQ(vcCmSearchWord(&d_, "w"), 21);
   char out[8];
-  EXPECT_EQ(vcCmGetAllDetails(&d, out), 3);
-  EXPECT_EQ(vcCmGetADetail(&d, out, 2), 0);
+  EXPECT_EQ(vcCmGetAllDetails(&d_, out), 3);
+  EXPECT_EQ(vcCmGetADetail(&d_, out, 2), 0);
   char mean[8], pron[8];
-  EXPECT_EQ(vcCmGetDictMeanAndPron(&d, "w", mean, pron), 21);
+  EXPECT_EQ(vcCmGetDictMeanAndPron(&d_, "w", mean, pron), 21);
   EXPECT_STREQ(pron, "[p]");
   EXPECT_STREQ(mean, "");
-  vcCmCloseDict(&d);
 }
 
 }  // namespace

@@ -3,7 +3,6 @@
 #include <cstring>
 
 #include "dict_util.h"
-#include "tqhost.h"
 
 using tqtest::DictTest;
 using tqtest::Entry;
@@ -13,32 +12,43 @@ namespace {
 
 class EcDictTest : public DictTest {
  protected:
-  int OpenWords() { return vcEcDict_Open("dictlib\\vlkdictec.idx", "dictlib\\vlkdictec.lib", nullptr); }
+  // Handles opened here are closed with the test.
+  int OpenWords(char* work = nullptr) {
+    return handles_.emplace_back(vcEcDict_Open("dictlib\\vlkdictec.idx", "dictlib\\vlkdictec.lib", work));
+  }
+  int OpenExprs() {
+    return handles_.emplace_back(vcEcDict_Open("dictlib\\vlkdictexp.idx", "dictlib\\vlkdictexp.lib", nullptr));
+  }
+  void TearDown() override {
+    for (int h : handles_) vcEcDict_Close(h);
+    DictTest::TearDown();
+  }
   std::string Current(int h) {
     char out[64];
     vcEcDict_GetResultWord(h, out);
     return out;
   }
+  std::vector<int> handles_;
 };
 
 TEST_F(EcDictTest, SearchOutcomes) {
   Build({Entry({"big", "big", "adj."}), Entry({"run", "rAn", "v."}), Entry({"stop", "stop", "v."})});
   int h = OpenWords();
   ASSERT_GT(h, 0);
-  EXPECT_EQ(vcEcDict_Search(h, "RUN", 1, 0), 1);
-  EXPECT_EQ(vcEcDict_GetSeachResult(h), 1);
-  EXPECT_EQ(Current(h), "run");
-  EXPECT_EQ(vcEcDict_Search(h, "running", 1, 0), 1);
-  EXPECT_EQ(vcEcDict_GetSeachResult(h), 2);
-  EXPECT_EQ(Current(h), "run");  // the base form, not the input
-  // "bigger" has no base form by rule; the closest record is the one behind
-  // the last record read (run), which is stop.
-  EXPECT_EQ(vcEcDict_Search(h, "bigger", 1, 1), 1);
-  EXPECT_EQ(vcEcDict_GetSeachResult(h), 3);
-  EXPECT_EQ(Current(h), "stop");
-  EXPECT_EQ(vcEcDict_Search(h, "running", 0, 1), 1);
-  EXPECT_EQ(vcEcDict_GetSeachResult(h), 3);
-  EXPECT_EQ(Current(h), "stop");
+  // "running" finds its base form, not the input. "bigger" has no base form
+  // by rule; the closest record is the one behind the last record read
+  // (run), which is stop.
+  struct {
+    const char* key;
+    int base, closest, result;
+    const char* word;
+  } cases[] = {{"RUN", 1, 0, 1, "run"}, {"running", 1, 0, 2, "run"}, {"bigger", 1, 1, 3, "stop"},
+               {"running", 0, 1, 3, "stop"}};
+  for (const auto& c : cases) {
+    EXPECT_EQ(vcEcDict_Search(h, c.key, c.base, c.closest), 1) << c.key;
+    EXPECT_EQ(vcEcDict_GetSeachResult(h), c.result) << c.key;
+    EXPECT_EQ(Current(h), c.word) << c.key;
+  }
   EXPECT_EQ(vcEcDict_GetWordGrade(h), 21);
 
   for (int base : {0, 1}) {
@@ -59,14 +69,13 @@ TEST_F(EcDictTest, SearchOutcomes) {
     vcEcDict_GetDetailLengthArray(h, lengths);
     EXPECT_EQ(lengths[0], 10u);
   }
-  vcEcDict_Close(h);
 }
 
 TEST_F(EcDictTest, EntryAccessors) {
   Build({Entry({"a", "x", "first"}), Entry({"bare", "-", "[x]ab"}), Entry({"c", "c", "m\\nn", "expl", "", "", "", "",
                                                                          "quick#slow"})});
   char buffer[256];
-  int h = vcEcDict_Open("dictlib\\vlkdictec.idx", "dictlib\\vlkdictec.lib", buffer);
+  int h = OpenWords(buffer);
   ASSERT_GT(h, 0);
   ASSERT_EQ(vcEcDict_Search(h, "c", 0, 0), 1);
   char mean[64], pron[64], out[256];
@@ -79,7 +88,7 @@ TEST_F(EcDictTest, EntryAccessors) {
   EXPECT_EQ(vcEcDict_GetOneDetail(h, nullptr, 0), 9);  // into the work buffer
   EXPECT_STREQ(buffer, "[c]\r\nm\r\nn");
   EXPECT_EQ(vcEcDict_GetAllDetails(h, out), 13 + vcEcDict_GetDetailLength(h, 6));
-  int list = tqHost_CreateWindow("", 1, 1), syn = tqHost_CreateWindow("", 1, 1), ant = tqHost_CreateWindow("", 1, 1);
+  int list = Window(), syn = Window(), ant = Window();
   EXPECT_EQ(vcEcDict_FillListWithEnglish(h, list), 2);  // the third record
   EXPECT_EQ(tqHost_GetListCount(list), 3);
   vcEcDict_FillRelatedWordList(h, syn, ant);
@@ -89,10 +98,6 @@ TEST_F(EcDictTest, EntryAccessors) {
   ASSERT_EQ(vcEcDict_Search(h, "bare", 0, 0), 1);
   vcEcDict_GetMeanOrPron(h, mean, nullptr);
   EXPECT_STREQ(mean, "");
-  vcEcDict_Close(h);
-  tqHost_DestroyWindow(list);
-  tqHost_DestroyWindow(syn);
-  tqHost_DestroyWindow(ant);
 }
 
 TEST_F(EcDictTest, HandleTable) {
@@ -110,7 +115,6 @@ TEST_F(EcDictTest, HandleTable) {
   EXPECT_STREQ(out, "");
   EXPECT_EQ(vcEcDict_Open("dictlib\\vlkdictec.idx", "dictlib\\missing.lib", nullptr), -1);
   EXPECT_EQ(OpenWords(), 7);
-  for (int h : handles) vcEcDict_Close(h);
 }
 
 TEST_F(EcDictTest, WildcardScan) {
@@ -122,7 +126,7 @@ TEST_F(EcDictTest, WildcardScan) {
   char words[128];
   EXPECT_EQ(vcEcDict_WildSearch(h, star, words, 0, 0), 28);
   EXPECT_EQ(std::string(words, 28), std::string("big\0run\0stop\0stop\0stop\0stop\0", 28));
-  int list = tqHost_CreateWindow("", 1, 1), bar = tqHost_CreateWindow("", 1, 1);
+  int list = Window(), bar = Window();
   // No lower-case prefix: the range runs from the record behind the first
   // (run) to the last, read as run, stop and stop again.
   char s[8] = "S*";
@@ -139,9 +143,6 @@ TEST_F(EcDictTest, WildcardScan) {
   EXPECT_EQ(vcEcDict_WildSearch(h, r, nullptr, 0, 0), 0);
   char none[8] = "";
   EXPECT_EQ(vcEcDict_WildSearch(h, none, nullptr, 0, 0), 0);
-  vcEcDict_Close(h);
-  tqHost_DestroyWindow(list);
-  tqHost_DestroyWindow(bar);
 }
 
 TEST_F(EcDictTest, OldDictToNewMatchesTheBuiltFiles) {
@@ -149,9 +150,7 @@ TEST_F(EcDictTest, OldDictToNewMatchesTheBuiltFiles) {
          Entry({"look after", "", G("照顾"), "", "sample"})});
   std::string built_words = tqtest::ReadFile("dictlib/vlkdictec.idx");
   std::string built_exprs = tqtest::ReadFile("dictlib/vlkdictexp.idx");
-  std::remove("dictlib/vlkdictec.idx");
-  std::remove("dictlib/vlkdictec.lib");
-  std::remove("dictlib/vlkdictexp.idx");
+  for (const char* f : {"dictlib/vlkdictec.idx", "dictlib/vlkdictec.lib", "dictlib/vlkdictexp.idx"}) std::remove(f);
   ASSERT_EQ(vcOldDictToNew(), 1);
   EXPECT_EQ(tqtest::ReadFile("dictlib/vlkdictec.idx"), built_words);
   EXPECT_EQ(tqtest::ReadFile("dictlib/vlkdictexp.idx"), built_exprs);
@@ -162,7 +161,7 @@ TEST_F(EcDictTest, OldDictToNewMatchesTheBuiltFiles) {
   ASSERT_EQ(vcEcDict_Search(h, "graded", 0, 0), 1);
   EXPECT_EQ(vcEcDict_GetWordGrade(h), 5);
   vcEcDict_Close(h);
-  int x = vcEcDict_Open("dictlib\\vlkdictexp.idx", "dictlib\\vlkdictexp.lib", nullptr);
+  int x = OpenExprs();
   ASSERT_EQ(vcEcDict_Search(x, "look after", 0, 0), 1);
   char out[64];
   EXPECT_EQ(vcEcDict_GetOneDetail(x, out, 2), 6);
@@ -179,9 +178,7 @@ TEST_F(EcDictTest, ConversionUnderAnOpenHandleShrinksTheIndexSafely) {
   int h = OpenWords();
   ASSERT_EQ(vcEcDict_Search(h, "w1199", 0, 0), 1);
   // A one-word classic pair converted over the open compact index.
-  std::string out;
-  tqtest::WriteFile("one.txt", Entry({"zebra", "z", "m"}) + "\n");
-  ASSERT_EQ(tqtest::Run(std::string(TQCOMM_BIN) + " dict build one.txt -o one --verbatim 2>&1", &out), 0) << out;
+  Build({Entry({"zebra", "z", "m"})}, "one");
   tqtest::WriteFile("dictlib/hmorec.idx", tqtest::ReadFile("one/dictlib/hmorec.idx"));
   tqtest::WriteFile("dictlib/hmorec.lib", tqtest::ReadFile("one/dictlib/hmorec.lib"));
   ASSERT_EQ(vcOldDictToNew(), 1);
@@ -190,13 +187,12 @@ TEST_F(EcDictTest, ConversionUnderAnOpenHandleShrinksTheIndexSafely) {
   EXPECT_EQ(Current(h), "zebra");
   char star[4] = "*", words[64];
   EXPECT_EQ(vcEcDict_WildSearch(h, star, words, 0, 0), 12);  // zebra, twice
-  vcEcDict_Close(h);
 }
 
 TEST_F(EcDictTest, AppendMean) {
   Build({Entry({"apple", "", G("苹果")}), Entry({"pear", "", G("梨\\n第二行")}), Entry({"look after", "", G("照顾")})});
   int words = OpenWords();
-  int exprs = vcEcDict_Open("dictlib\\vlkdictexp.idx", "dictlib\\vlkdictexp.lib", nullptr);
+  int exprs = OpenExprs();
   tqtest::WriteFile("list.txt", "  apple\r\n" + G("自带的意思") + "\r\n\r\npear\r\nlook after\r\n" + G("中文") +
                                     "\r\nzzz\r\n");
   std::string expected = "apple\r\n" + G("自带的意思") + "\r\npear\r\n" + G("梨") + "\r\nlook after\r\n" + G("中文") +
@@ -213,8 +209,6 @@ TEST_F(EcDictTest, AppendMean) {
   EXPECT_EQ(tqtest::ReadFile("LIST.TXT"), "pear\r\n" + G("梨") + "\r\nnothing\r\n");
   vcCmCloseMeanLib(&m);
   EXPECT_EQ(vcCmAppendMean(nullptr, 0, 0, "missing.txt", "out.txt"), -1);
-  vcEcDict_Close(words);
-  vcEcDict_Close(exprs);
 }
 
 TEST_F(DictTest, LookupCommandOnTheSample) {

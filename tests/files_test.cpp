@@ -8,6 +8,7 @@
 #include <algorithm>
 #include <cstdlib>
 #include <cstring>
+#include <optional>
 #include <set>
 #include <string>
 
@@ -52,22 +53,19 @@ std::set<std::string> FindAll(const std::string& pattern, int* closeAnswer = nul
 }
 
 TEST_F(FilesTest, FindFileWalksPatternsCaseBlind) {
-  WriteFile("a.txt", "1");
-  WriteFile("B.TXT", "22");
-  WriteFile("ab.dat", "333");
-  WriteFile("abc", "");
+  for (auto f : {std::make_pair("a.txt", "1"), {"B.TXT", "22"}, {"ab.dat", "333"}, {"abc", ""}}) {
+    WriteFile(f.first, f.second);
+  }
   mkdir("sub", 0755);
   WriteFile("sub/x.txt", "4444");
 
   using S = std::set<std::string>;
-  EXPECT_EQ(FindAll("*.txt"), (S{"a.txt", "B.TXT"}));
-  EXPECT_EQ(FindAll("?.TxT"), (S{"a.txt", "B.TXT"}));
-  EXPECT_EQ(FindAll("a*"), (S{"a.txt", "ab.dat", "abc"}));
-  EXPECT_EQ(FindAll("*b*.*at"), (S{"ab.dat"}));
-  EXPECT_EQ(FindAll("ab?"), (S{"abc"}));
-  EXPECT_EQ(FindAll("s*"), (S{"sub"}));         // a folder matches too
-  EXPECT_EQ(FindAll("sub\\*.txt"), (S{"x.txt"}));  // front-end separators
-  EXPECT_EQ(FindAll(dir() + "/sub/X.*"), (S{"x.txt"}));
+  // A folder matches too; front-end separators work.
+  std::pair<std::string, S> cases[] = {
+      {"*.txt", {"a.txt", "B.TXT"}}, {"?.TxT", {"a.txt", "B.TXT"}}, {"a*", {"a.txt", "ab.dat", "abc"}},
+      {"*b*.*at", {"ab.dat"}},       {"ab?", {"abc"}},              {"s*", {"sub"}},
+      {"sub\\*.txt", {"x.txt"}},     {dir() + "/sub/X.*", {"x.txt"}}};
+  for (const auto& c : cases) EXPECT_EQ(FindAll(c.first), c.second) << c.first;
   S all = FindAll("*.*");
   EXPECT_TRUE(all.count("abc") && all.count("sub") && all.count("a.txt"));
   EXPECT_EQ(FindAll("abc"), (S{"abc"}));
@@ -111,21 +109,11 @@ TEST_F(FilesTest, ExistenceAndLength) {
   WriteFile("w.txt", "hello");
   WriteFile("empty", "");
   mkdir("dir", 0755);
-  EXPECT_EQ(vcIfFileExist("w.txt"), 1);
   // A plain name is exact, so that what exists also opens; a pattern is case-blind.
-  EXPECT_EQ(vcIfFileExist("W.TXT"), 0);
-  EXPECT_EQ(vcIfFileExist("W.TX?"), 1);
-  EXPECT_EQ(vcIfFileExist("dir"), 1);
-  EXPECT_EQ(vcIfFileExist("*.txt"), 1);
-  EXPECT_EQ(vcIfFileExist("*.wav"), 0);
-  EXPECT_EQ(vcIfFileExist("nothing"), 0);
-  EXPECT_EQ(vcIfFileExist("dir\\"), 0);
-  EXPECT_EQ(vcIfFileExist(""), 0);
-
-  EXPECT_EQ(vcGetFileLength("w.txt"), 5);
-  EXPECT_EQ(vcGetFileLength("empty"), 0);
-  EXPECT_EQ(vcGetFileLength("nothing"), -1);
-  EXPECT_EQ(vcGetFileLength("dir"), -1);
+  for (const char* yes : {"w.txt", "W.TX?", "dir", "*.txt"}) EXPECT_EQ(vcIfFileExist(yes), 1) << yes;
+  for (const char* no : {"W.TXT", "*.wav", "nothing", "dir\\", ""}) EXPECT_EQ(vcIfFileExist(no), 0) << no;
+  std::pair<const char*, int> lengths[] = {{"w.txt", 5}, {"empty", 0}, {"nothing", -1}, {"dir", -1}};
+  for (const auto& l : lengths) EXPECT_EQ(vcGetFileLength(l.first), l.second) << l.first;
 }
 
 TEST_F(FilesTest, FileTimesCompareAndCopyTheLastWrite) {
@@ -167,6 +155,13 @@ class RegistryTest : public tqtest::TempDirTest {
     unsetenv("TQCOMM_REGISTRY");
     TempDirTest::TearDown();
   }
+  // The current user's integer, or nothing where the read answers -1.
+  std::optional<int32_t> Int(const std::string& key, const std::string& name) {
+    int32_t v = 0;
+    int answer = vcGetKeyValueInt(kCurrentUser, key.c_str(), name.c_str(), &v);
+    EXPECT_TRUE(answer == 0 || answer == -1) << answer;
+    return answer == 0 ? std::optional<int32_t>(v) : std::nullopt;
+  }
   bool IsFolder(const std::string& p) {
     struct stat st;
     return stat(p.c_str(), &st) == 0 && S_ISDIR(st.st_mode);
@@ -192,14 +187,11 @@ TEST_F(RegistryTest, AMissingKeyAnswersMinusOneAndIsCreated) {
 TEST_F(RegistryTest, IntegersAndStringsRoundTrip) {
   const char* key = "Software\\VB and VBA Program Settings\\orvex7\\User";
   ASSERT_EQ(vcWriteKeyValueInt(kCurrentUser, key, "Level", -123456), 0);
-  int32_t v = 0;
-  ASSERT_EQ(vcGetKeyValueInt(kCurrentUser, key, "Level", &v), 0);
-  EXPECT_EQ(v, -123456);
+  EXPECT_EQ(Int(key, "Level"), -123456);
   // Keys and names are found whatever the case of their letters.
-  ASSERT_EQ(vcGetKeyValueInt(kCurrentUser, "software\\vb and vba program settings\\ORVEX7\\user", "LEVEL", &v), 0);
+  EXPECT_EQ(Int("software\\vb and vba program settings\\ORVEX7\\user", "LEVEL"), -123456);
   ASSERT_EQ(vcWriteKeyValueInt(kCurrentUser, key, "level", 5), 0);
-  ASSERT_EQ(vcGetKeyValueInt(kCurrentUser, key, "Level", &v), 0);
-  EXPECT_EQ(v, 5);
+  EXPECT_EQ(Int(key, "Level"), 5);
 
   std::string path = G(u8"d:\\墨岭\\青砚记句\\");
   ASSERT_EQ(vcWriteKeyValueString(kCurrentUser, key, "InstallPath", path.c_str()), 0);
@@ -219,9 +211,9 @@ TEST_F(RegistryTest, IntegersAndStringsRoundTrip) {
   EXPECT_EQ(buf[0], 'x');
 
   // A string too long for four bytes is no integer; a short one fills the low bytes.
-  EXPECT_EQ(vcGetKeyValueInt(kCurrentUser, key, "InstallPath", &v), -1);
+  EXPECT_EQ(Int(key, "InstallPath"), std::nullopt);
   ASSERT_EQ(vcWriteKeyValueString(kCurrentUser, key, "Short", "ab"), 0);
-  v = -1;
+  int32_t v = -1;
   ASSERT_EQ(vcGetKeyValueInt(kCurrentUser, key, "Short", &v), 0);
   EXPECT_EQ(v, static_cast<int32_t>(0xFF006261u));
   // An integer read as a string gives its four bytes.
@@ -231,7 +223,7 @@ TEST_F(RegistryTest, IntegersAndStringsRoundTrip) {
   EXPECT_EQ(std::string(buf, 5), std::string("\x05\0\0\0\0", 5));
 
   EXPECT_EQ(vcDeleteKeyValue(kCurrentUser, key, "LEVEL"), 0);
-  EXPECT_EQ(vcGetKeyValueInt(kCurrentUser, key, "Level", &v), -1);
+  EXPECT_EQ(Int(key, "Level"), std::nullopt);
   EXPECT_EQ(vcGetKeyValueString(kCurrentUser, key, "InstallPath", buf, &(size = 40)), 0);
 }
 
@@ -241,35 +233,30 @@ TEST_F(RegistryTest, ChineseKeysKeepTheirBytes) {
   ASSERT_EQ(odd[1], '\\');
   std::string key = G(u8"Software\\墨岭\\") + odd + "X";
   ASSERT_EQ(vcWriteKeyValueInt(kCurrentUser, key.c_str(), "v", 1), 0);
-  int32_t v = 0;
-  EXPECT_EQ(vcGetKeyValueInt(kCurrentUser, key.c_str(), "v", &v), 0);
-  EXPECT_EQ(v, 1);
-  std::string folded = G(u8"SOFTWARE\\墨岭\\") + odd + "x";
-  EXPECT_EQ(vcGetKeyValueInt(kCurrentUser, folded.c_str(), "v", &v), 0);
+  EXPECT_EQ(Int(key, "v"), 1);
+  EXPECT_EQ(Int(G(u8"SOFTWARE\\墨岭\\") + odd + "x", "v"), 1);
   // A second byte that is a capital letter is not folded.
   std::string upper = "\xB0\x41", lower = "\xB0\x61";
   ASSERT_EQ(vcWriteKeyValueInt(kCurrentUser, upper.c_str(), "v", 10), 0);
   ASSERT_EQ(vcWriteKeyValueInt(kCurrentUser, lower.c_str(), "v", 20), 0);
-  ASSERT_EQ(vcGetKeyValueInt(kCurrentUser, upper.c_str(), "v", &v), 0);
-  EXPECT_EQ(v, 10);
+  EXPECT_EQ(Int(upper, "v"), 10);
   // No key part can climb out of the store.
   ASSERT_EQ(vcWriteKeyValueInt(kCurrentUser, "..\\..\\escape/x", "v", 3), 0);
   EXPECT_FALSE(IsFolder(dir() + "/escape"));
-  EXPECT_EQ(vcGetKeyValueInt(kCurrentUser, "..\\..\\escape/x", "v", &v), 0);
-  EXPECT_EQ(v, 3);
+  EXPECT_EQ(Int("..\\..\\escape/x", "v"), 3);
 }
 
 TEST_F(RegistryTest, ValuesSurviveTheProcessAndConcurrentWriters) {
   const char* key = "Software\\Shared";
   const int kPerChild = 40;
+  auto name = [](int c, int i) { return "c" + std::to_string(c) + "_" + std::to_string(i); };
   pid_t kids[2];
   for (int c = 0; c < 2; ++c) {
     kids[c] = fork();
     ASSERT_GE(kids[c], 0);
     if (kids[c] == 0) {
       for (int i = 0; i < kPerChild; ++i) {
-        std::string name = "c" + std::to_string(c) + "_" + std::to_string(i);
-        if (vcWriteKeyValueInt(kCurrentUser, key, name.c_str(), c * 1000 + i) != 0) _exit(1);
+        if (vcWriteKeyValueInt(kCurrentUser, key, name(c, i).c_str(), c * 1000 + i) != 0) _exit(1);
       }
       _exit(0);
     }
@@ -280,17 +267,11 @@ TEST_F(RegistryTest, ValuesSurviveTheProcessAndConcurrentWriters) {
     ASSERT_TRUE(WIFEXITED(status) && WEXITSTATUS(status) == 0);
   }
   for (int c = 0; c < 2; ++c) {
-    for (int i = 0; i < kPerChild; ++i) {
-      std::string name = "c" + std::to_string(c) + "_" + std::to_string(i);
-      int32_t v = -1;
-      ASSERT_EQ(vcGetKeyValueInt(kCurrentUser, key, name.c_str(), &v), 0) << name;
-      EXPECT_EQ(v, c * 1000 + i);
-    }
+    for (int i = 0; i < kPerChild; ++i) EXPECT_EQ(Int(key, name(c, i)), c * 1000 + i) << name(c, i);
   }
   // No temporary file is left behind.
-  std::string folder = store_ + "/HKEY_CURRENT_USER/software/shared";
   std::string listing;
-  tqtest::Run("ls -a '" + folder + "'", &listing);
+  tqtest::Run("ls -a '" + store_ + "/HKEY_CURRENT_USER/software/shared'", &listing);
   EXPECT_EQ(listing, ".\n..\n.lock\n.values\n");
 }
 
@@ -331,11 +312,9 @@ TEST_F(RegistryTest, ADamagedValueFileKeepsWhatPrecedesTheDamage) {
   // A garbled file in the store: reads miss, a write starts it afresh.
   ASSERT_EQ(vcWriteKeyValueInt(kCurrentUser, "K", "n", 1), 0);
   WriteFile(store_ + "/HKEY_CURRENT_USER/k/.values", "garbage");
-  int32_t v;
-  EXPECT_EQ(vcGetKeyValueInt(kCurrentUser, "K", "n", &v), -1);
+  EXPECT_EQ(Int("K", "n"), std::nullopt);
   ASSERT_EQ(vcWriteKeyValueInt(kCurrentUser, "K", "n", 2), 0);
-  EXPECT_EQ(vcGetKeyValueInt(kCurrentUser, "K", "n", &v), 0);
-  EXPECT_EQ(v, 2);
+  EXPECT_EQ(Int("K", "n"), 2);
 }
 
 }  // namespace

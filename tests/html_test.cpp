@@ -35,19 +35,27 @@ std::string Heading(const std::string& anchor, const std::string& image) {
   return "\r\n<a name=\"" + anchor + "\"></a><img border=\"0\" src=\"" + image + "\"> <br>\r\n";
 }
 
+// A sample's sound link (N: a net sample) ahead of its sentence, and a
+// translation with its save link.
+std::string Sound(const std::string& address, const std::string& shown, bool net = false) {
+  return "<a href=\"" + address + "$\"><img border=\"0\" src=\"sound" + (net ? "5" : "6") +
+         ".jpg\" width=\"15\" height=\"11\"></a>&nbsp;" + shown + "<br>\r\n";
+}
+std::string Saved(const std::string& text, const std::string& id) {
+  return "&nbsp;&nbsp;&nbsp;" + text + "<a href=\"A_" + id +
+         "\"><img border=\"0\" src=\"savesample.jpg\" width=\"11\" height=\"11\"></a>&nbsp;<br>\r\n";
+}
+
 class DetailPageTest : public tqtest::TempDirTest {
  protected:
-  // The page for the given sections (index -> text); the others are empty.
+  // The page for the given sections (index -> text, in index order); the
+  // others are empty.
   std::string Page(const std::vector<std::pair<int, std::string>>& sections, int sound_flag = 1) {
     uint32_t lengths[7] = {0, 0, 0, 0, 0, 0, 0};
     std::string text;
-    for (int k = 0; k < 7; ++k) {
-      for (const auto& s : sections) {
-        if (s.first == k) {
-          lengths[k] = static_cast<uint32_t>(s.second.size());
-          text += s.second;
-        }
-      }
+    for (const auto& s : sections) {
+      lengths[s.first] = static_cast<uint32_t>(s.second.size());
+      text += s.second;
     }
     vcCreateHtmlDetail(lengths, text.c_str(), "page.htm", sound_flag);
     return ReadFile("page.htm");
@@ -71,8 +79,7 @@ TEST_F(DetailPageTest, EmptyEntryIsHeadAndClosingTagsOnly) {
 
 TEST_F(DetailPageTest, MeaningDropsPronunciationAndKeepsBlanks) {
   // A single line (the pronunciation) gives the heading and nothing more.
-  EXPECT_EQ(Body({{0, "[ 'r^nin ]\r\n"}}), Heading("dtMean", "cy_title.jpg"));
-  EXPECT_EQ(Body({{0, "[x]"}}), Heading("dtMean", "cy_title.jpg"));
+  for (const char* pron : {"[ 'r^nin ]\r\n", "[x]"}) EXPECT_EQ(Body({{0, pron}}), Heading("dtMean", "cy_title.jpg"));
   // All line ends behind the pronunciation go with it; later empty lines stay.
   EXPECT_EQ(Body({{0, "[x]\r\n\r\n" + G(u8"n. 跑") + "\r\n  " + G(u8"赛跑") + "\r\n\r\ntail"}}),
             Heading("dtMean", "cy_title.jpg") + G(u8"n. 跑") + "<br>\r\n&nbsp;&nbsp;" + G(u8"赛跑") +
@@ -83,15 +90,15 @@ TEST_F(DetailPageTest, MeaningDropsPronunciationAndKeepsBlanks) {
 }
 
 TEST_F(DetailPageTest, EachPairOfLineEndBytesIsOneLineEnd) {
-  std::string body = Body({{4, "a\r\nb\n\rc\r\rd\n\ne\r\n\r\nf\rg\nh"}});
-  EXPECT_EQ(body, Heading("dtVary", "bh_title.jpg") + "a<br>\r\nb<br>\r\nc<br>\r\nd<br>\r\ne<br>\r\n<br>\r\n"
-                                                      "f<br>\r\ng<br>\r\n");
+  EXPECT_EQ(Body({{4, "a\r\nb\n\rc\r\rd\n\ne\r\n\r\nf\rg\nh"}}),
+            Heading("dtVary", "bh_title.jpg") + "a<br>\r\nb<br>\r\nc<br>\r\nd<br>\r\ne<br>\r\n<br>\r\n"
+                                                "f<br>\r\ng<br>\r\n");
 }
 
 TEST_F(DetailPageTest, EmptySectionsHaveNoHeadingAndOffsetsAddUp) {
-  std::string body = Body({{0, "[p]\r\nm\r\n"}, {4, "  runs\r\n"}, {6, "run\r\n\r\n"}});
-  EXPECT_EQ(body, Heading("dtMean", "cy_title.jpg") + "m<br>\r\n" + Heading("dtVary", "bh_title.jpg") +
-                      "runs<br>\r\n" + Heading("dtSyno", "xg_title.jpg") + "run<br>\r\n<br>\r\n");
+  EXPECT_EQ(Body({{0, "[p]\r\nm\r\n"}, {4, "  runs\r\n"}, {6, "run\r\n\r\n"}}),
+            Heading("dtMean", "cy_title.jpg") + "m<br>\r\n" + Heading("dtVary", "bh_title.jpg") +
+                "runs<br>\r\n" + Heading("dtSyno", "xg_title.jpg") + "run<br>\r\n<br>\r\n");
 }
 
 TEST_F(DetailPageTest, SamplesCarrySoundAndSaveLinks) {
@@ -105,32 +112,19 @@ TEST_F(DetailPageTest, SamplesCarrySoundAndSaveLinks) {
       "--" + G(u8"谁跑？") + "\r\n"
       "*#Run!\r\n"
       "--" + G(u8"跑！") + "\r\n";
-  const std::string save = "\"><img border=\"0\" src=\"savesample.jpg\" width=\"11\" height=\"11\"></a>&nbsp;<br>\r\n";
   std::string expected =
-      Heading("dtSample", "lj_title.jpg") +
-      "<a href=\"ESIs it ~fast~#$\"><img border=\"0\" src=\"sound6.jpg\" width=\"15\" height=\"11\"></a>&nbsp;"
-      "Is it \"fast\"?<br>\r\n"
-      "&nbsp;&nbsp;&nbsp;" + G(u8"快吗？") + "<a href=\"A_S0" + save +
-      "<a href=\"ESHe runs.$\"><img border=\"0\" src=\"sound6.jpg\" width=\"15\" height=\"11\"></a>&nbsp;"
-      "He runs.<br>\r\n"
-      "&nbsp;&nbsp;&nbsp;" + G(u8"他跑。") + "<a href=\"A_S1" + save +
-      "<a href=\"ENWho runs#$\"><img border=\"0\" src=\"sound5.jpg\" width=\"15\" height=\"11\"></a>&nbsp;"
-      "Who runs?<br>\r\n"
-      "&nbsp;&nbsp;&nbsp;" + G(u8"谁跑？") + "<a href=\"A_N0" + save +
-      "<a href=\"ESRun!$\"><img border=\"0\" src=\"sound6.jpg\" width=\"15\" height=\"11\"></a>&nbsp;"
-      "Run!<br>\r\n"
-      // after a net sample every save link counts net samples
-      "&nbsp;&nbsp;&nbsp;" + G(u8"跑！") + "<a href=\"A_N0" + save;
+      Heading("dtSample", "lj_title.jpg") + Sound("ESIs it ~fast~#", "Is it \"fast\"?") + Saved(G(u8"快吗？"), "S0") +
+      Sound("ESHe runs.", "He runs.") + Saved(G(u8"他跑。"), "S1") + Sound("ENWho runs#", "Who runs?", true) +
+      Saved(G(u8"谁跑？"), "N0") + Sound("ESRun!", "Run!") +
+      Saved(G(u8"跑！"), "N0");  // after a net sample every save link counts net samples
   EXPECT_EQ(Body({{2, samples}}), expected);
 
   // Without the sound flag a net sample shows a dot in place of its link.
   EXPECT_EQ(Body({{2, "**Go.\r\nxx" + G(u8"走。") + "\r\n"}}, 0),
-            Heading("dtSample", "lj_title.jpg") + "&nbsp;.&nbsp;Go.<br>\r\n&nbsp;&nbsp;&nbsp;" + G(u8"走。") +
-                "<a href=\"A_N0" + save);
+            Heading("dtSample", "lj_title.jpg") + "&nbsp;.&nbsp;Go.<br>\r\n" + Saved(G(u8"走。"), "N0"));
   // A translation before any sample, and a line of a tag alone.
   EXPECT_EQ(Body({{2, "--t\r\n*#\r\n"}}),
-            Heading("dtSample", "lj_title.jpg") + "&nbsp;&nbsp;&nbsp;t<a href=\"A_S-1" + save +
-                "<a href=\"ES$\"><img border=\"0\" src=\"sound6.jpg\" width=\"15\" height=\"11\"></a>&nbsp;<br>\r\n");
+            Heading("dtSample", "lj_title.jpg") + Saved("t", "S-1") + Sound("ES", ""));
 }
 
 TEST_F(DetailPageTest, PhrasesColourTheirEnglishHead) {
@@ -158,44 +152,46 @@ TEST_F(DetailPageTest, RootHeadingsAndNulLineEnds) {
 TEST_F(DetailPageTest, LongLinesAreCutWithoutSplittingACharacter) {
   // 1,998 ASCII bytes and then Chinese: the character at byte 1,998 would
   // not fit whole, so the line keeps 1,998 bytes.
-  std::string line = std::string(1998, 'a') + G(u8"中文") + std::string(3000, 'b');
-  std::string body = Body({{4, line + "\r\nnext\r\n"}});
-  EXPECT_EQ(body, Heading("dtVary", "bh_title.jpg") + std::string(1998, 'a') + "<br>\r\nnext<br>\r\n");
-  std::string wide = Body({{6, std::string(5000, 'w') + "\n"}});
-  EXPECT_EQ(wide, Heading("dtSyno", "xg_title.jpg") + std::string(1999, 'w') + "<br>\r\n");
+  EXPECT_EQ(Body({{4, std::string(1998, 'a') + G(u8"中文") + std::string(3000, 'b') + "\r\nnext\r\n"}}),
+            Heading("dtVary", "bh_title.jpg") + std::string(1998, 'a') + "<br>\r\nnext<br>\r\n");
+  EXPECT_EQ(Body({{6, std::string(5000, 'w') + "\n"}}),
+            Heading("dtSyno", "xg_title.jpg") + std::string(1999, 'w') + "<br>\r\n");
 }
 
 TEST_F(DetailPageTest, FailuresAreToldOnStandardOutput) {
   uint32_t lengths[7] = {0, 0, 0, 0, 0, 0, 0};
-  testing::internal::CaptureStdout();
-  vcCreateHtmlDetail(lengths, "", "no/such/folder/page.htm", 1);
-  std::fflush(stdout);
-  EXPECT_EQ(testing::internal::GetCapturedStdout(), "The file was not opened\n");
   // Closing a page on a full device fails when the last bytes go out.
-  testing::internal::CaptureStdout();
-  vcCreateHtmlDetail(lengths, "", "/dev/full", 1);
-  std::fflush(stdout);
-  EXPECT_EQ(testing::internal::GetCapturedStdout(), "The file 'data' was not closed\n");
+  std::pair<const char*, const char*> cases[] = {{"no/such/folder/page.htm", "The file was not opened\n"},
+                                                 {"/dev/full", "The file 'data' was not closed\n"}};
+  for (const auto& c : cases) {
+    testing::internal::CaptureStdout();
+    vcCreateHtmlDetail(lengths, "", c.first, 1);
+    std::fflush(stdout);
+    EXPECT_EQ(testing::internal::GetCapturedStdout(), c.second) << c.first;
+  }
 }
 
 class PrintablePageTest : public tqtest::TempDirTest {
  protected:
   std::string Box(int n) { return "<input type=\"text\" id=\"Blk001-00" + std::to_string(n) + "\" size=\"12\">"; }
+  // The printable page made of quiz.htm, as written.
+  std::string Print(const char* answers, int numbering, int list) {
+    EXPECT_EQ(vcGenPrintableHtml("quiz.htm", "print.htm", answers, numbering, list), 1);
+    return ReadFile("print.htm");
+  }
 };
 
 TEST_F(PrintablePageTest, FillsBoxesWithTheirAnswers) {
   WriteFile("quiz.htm", "<html><body>\r\n1. He " + Box(1) + " fast and " + Box(2) + " far.\r\n" +
                             "2. " + Box(3) + " and <input type=\"text\" id=broken\r\n</body>\r\n<p>after</p>\r\n");
   WriteFile("ans.txt", "runs  \r\njumps\r\n");
-  ASSERT_EQ(vcGenPrintableHtml("quiz.htm", "print.htm", "ans.txt", 0, 1), 1);
   // The third box finds no answer left and repeats the last one; a box
   // without its ">" on the line is no box.
-  EXPECT_EQ(ReadFile("print.htm"),
+  EXPECT_EQ(Print("ans.txt", 0, 1),
             "<html><body>\r\n1. He <b><u>runs</u></b> fast and <b><u>jumps</u></b> far.\r\n"
             "2. <b><u>jumps</u></b> and <input type=\"text\" id=broken\r\n</body>\r\n</html>\r\n");
   // Without an answer file the boxes can only become blanks.
-  ASSERT_EQ(vcGenPrintableHtml("quiz.htm", "print.htm", nullptr, 0, 0), 1);
-  EXPECT_EQ(ReadFile("print.htm"),
+  EXPECT_EQ(Print(nullptr, 0, 0),
             "<html><body>\r\n1. He _____________ fast and _____________ far.\r\n"
             "2. _____________ and <input type=\"text\" id=broken\r\n</body>\r\n</html>\r\n");
 }
@@ -203,8 +199,7 @@ TEST_F(PrintablePageTest, FillsBoxesWithTheirAnswers) {
 TEST_F(PrintablePageTest, BlanksAreNumberedAndAnswersListed) {
   WriteFile("quiz.htm", "<body>\n" + Box(1) + Box(2) + "\n" + Box(3) + "\n</BODY> tail\n</html>\n");
   WriteFile("ans.txt", "A\nA\nB\nB");
-  ASSERT_EQ(vcGenPrintableHtml("quiz.htm", "print.htm", "ans.txt", 1, 1), 1);
-  EXPECT_EQ(ReadFile("print.htm"),
+  EXPECT_EQ(Print("ans.txt", 1, 1),
             "<body>\n[1]_____________[2]_____________\n[3]_____________\n"
             "\r\n<p>" + G(u8"备选答案：") + "</p>\r\n"
             "1) A\n&nbsp;&nbsp&nbsp;&nbsp;1) A\n&nbsp;&nbsp&nbsp;&nbsp;2) B\n&nbsp;&nbsp&nbsp;&nbsp;"
@@ -212,16 +207,13 @@ TEST_F(PrintablePageTest, BlanksAreNumberedAndAnswersListed) {
             "3) B&nbsp;&nbsp&nbsp;&nbsp;"
             "</body>\r\n</html>\r\n");
   // Unnumbered blanks; an answer file that cannot be opened gives no list.
-  ASSERT_EQ(vcGenPrintableHtml("quiz.htm", "print.htm", "missing.txt", 2, 0), 1);
-  EXPECT_EQ(ReadFile("print.htm"),
+  EXPECT_EQ(Print("missing.txt", 2, 0),
             "<body>\n_____________" "_____________\n_____________\n</body>\r\n</html>\r\n");
 }
 
 TEST_F(PrintablePageTest, OnlyALineOpeningWithTheBodyEndStopsTheCopy) {
-  std::string page = "<body>\n<p>x</p></body>\n " + Box(1) + "\n";
-  WriteFile("quiz.htm", page);
-  ASSERT_EQ(vcGenPrintableHtml("quiz.htm", "print.htm", "none.txt", 1, 0), 1);
-  EXPECT_EQ(ReadFile("print.htm"), "<body>\n<p>x</p></body>\n _____________\n");
+  WriteFile("quiz.htm", "<body>\n<p>x</p></body>\n " + Box(1) + "\n");
+  EXPECT_EQ(Print("none.txt", 1, 0), "<body>\n<p>x</p></body>\n _____________\n");
 }
 
 TEST_F(PrintablePageTest, RefusesWhatCannotBeOpened) {
@@ -234,11 +226,9 @@ TEST_F(PrintablePageTest, RefusesWhatCannotBeOpened) {
 TEST_F(PrintablePageTest, HostileInputNeitherOverrunsNorHangs) {
   // Lines far past the buffer arrive in pieces, a NUL ends what is copied
   // of a line, and long answers are cut where they fill a box.
-  std::string page = "<body>" + std::string(20000, 'x') + Box(1) + std::string("\0zz\n", 4) + "</body>\n";
-  WriteFile("quiz.htm", page);
+  WriteFile("quiz.htm", "<body>" + std::string(20000, 'x') + Box(1) + std::string("\0zz\n", 4) + "</body>\n");
   WriteFile("ans.txt", std::string(500, 'a') + "\n");
-  ASSERT_EQ(vcGenPrintableHtml("quiz.htm", "print.htm", "ans.txt", 0, 0), 1);
-  std::string out = ReadFile("print.htm");
+  std::string out = Print("ans.txt", 0, 0);
   EXPECT_NE(out.find("<b><u>" + std::string(98, 'a') + "</u></b>"), std::string::npos);
   EXPECT_EQ(out.substr(out.size() - 18), "</body>\r\n</html>\r\n");
 }
@@ -258,10 +248,7 @@ TEST_F(DetailPageTest, PageCommandWritesTheWordsPageWithItsImages) {
   EXPECT_EQ(ReadFile("pages/run.htm"),
             kHead + Heading("dtMean", "cy_title.jpg") + G(u8"v. 跑") + "<br>\r\n" +
                 Heading("dtEMean", "ys_title.jpg") + "to move fast<br>\r\n" + Heading("dtSample", "lj_title.jpg") +
-                "<a href=\"ESRun!$\"><img border=\"0\" src=\"sound6.jpg\" width=\"15\" height=\"11\"></a>&nbsp;Run!"
-                "<br>\r\n&nbsp;&nbsp;&nbsp;" + G(u8"跑！") +
-                "<a href=\"A_S0\"><img border=\"0\" src=\"savesample.jpg\" width=\"11\" height=\"11\"></a>&nbsp;<br>\r\n" +
-                kTail);
+                Sound("ESRun!", "Run!") + Saved(G(u8"跑！"), "S0") + kTail);
   for (const char* image : {"cy_title.jpg", "sound6.jpg", "icon.bmp"}) {
     EXPECT_EQ(ReadFile(std::string("pages/") + image),
               ReadFile(std::string(TQ_SOURCE_DIR) + "/data/html/" + image)) << image;

@@ -5,9 +5,7 @@
 // their sample sentences, images beside the page. Skipped only where no
 // Chromium can be found.
 #include <gtest/gtest.h>
-#include <unistd.h>
 
-#include <cctype>
 #include <cstdio>
 #include <cstdlib>
 #include <sstream>
@@ -23,58 +21,41 @@ using tqtest::WriteFile;
 
 namespace {
 
-const char* const kImages[] = {"cy_title.jpg", "ys_title.jpg", "lj_title.jpg", "dy_title.jpg",
-                               "bh_title.jpg", "cg_title.jpg", "xg_title.jpg", "sound5.jpg",
-                               "sound6.jpg",   "savesample.jpg", "icon.bmp"};
-
 std::string FindChromium() {
   const char* given = std::getenv("TQ_CHROMIUM");
   if (given != nullptr && *given != '\0') return given;
-  const char* path = std::getenv("PATH");
-  std::stringstream dirs(path ? path : "/usr/bin:/bin");
-  std::string dir;
-  while (std::getline(dirs, dir, ':')) {
-    for (const char* name : {"chromium", "chromium-browser", "google-chrome", "google-chrome-stable"}) {
-      std::string candidate = dir + "/" + name;
-      if (access(candidate.c_str(), X_OK) == 0) return candidate;
-    }
-  }
-  return "";
+  std::string found;
+  tqtest::Run("command -v chromium chromium-browser google-chrome google-chrome-stable", &found);
+  return found.substr(0, found.find('\n'));
 }
 
-std::string PercentEncode(const std::string& s) {
-  static const char kHex[] = "0123456789ABCDEF";
-  std::string out;
-  for (unsigned char c : s) {
-    if (std::isalnum(c) || c == '-' || c == '_' || c == '.' || c == '~') {
-      out += static_cast<char>(c);
-    } else {
-      out += '%';
-      out += kHex[c >> 4];
-      out += kHex[c & 15];
-    }
+// Texts for the script as a JSON list, every UTF-8 byte percent-encoded so
+// that they pass through the GBK page unharmed.
+std::string Texts(const std::vector<std::string>& utf8) {
+  std::string json = "[";
+  char hex[4];
+  for (const std::string& t : utf8) {
+    json += json.size() > 1 ? ",\"" : "\"";
+    for (unsigned char c : t) json += (std::snprintf(hex, sizeof hex, "%%%02X", c), hex);
+    json += "\"";
   }
-  return out;
+  return json + "]";
 }
 
 std::string PercentDecode(const std::string& s) {
   std::string out;
   for (size_t i = 0; i < s.size(); ++i) {
-    if (s[i] == '%' && i + 2 < s.size()) {
-      out += static_cast<char>(std::stoi(s.substr(i + 1, 2), nullptr, 16));
-      i += 2;
-    } else {
-      out += s[i];
-    }
+    bool escape = s[i] == '%' && i + 2 < s.size();
+    out += escape ? static_cast<char>(std::stoi(s.substr(i + 1, 2), nullptr, 16)) : s[i];
+    if (escape) i += 2;
   }
   return out;
 }
 
-// The script's findings, as "kind rest" lines.
+// The script's sound and save links ("kind rest" lines); its charset, its
+// failures and its end are checked as they are read.
 struct Findings {
-  std::vector<std::string> fails, sounds, saves;
-  std::string charset;
-  bool done = false;
+  std::vector<std::string> sounds, saves;
 };
 
 class PageBrowserTest : public tqtest::TempDirTest {
@@ -86,9 +67,8 @@ class PageBrowserTest : public tqtest::TempDirTest {
       GTEST_SKIP() << "Chromium not found (Debian package chromium, see scripts/packages.txt; or set "
                       "TQ_CHROMIUM): the pages were not checked in a browser";
     }
-    for (const char* image : kImages) {
-      WriteFile(image, ReadFile(std::string(TQ_SOURCE_DIR) + "/data/html/" + image));
-    }
+    // The pages' images beside them.
+    ASSERT_EQ(tqtest::Run("cp '" + std::string(TQ_SOURCE_DIR) + "/data/html/'* .", nullptr), 0);
   }
 
   // Runs headless Chromium on a local page with a fresh profile, no network
@@ -114,37 +94,33 @@ class PageBrowserTest : public tqtest::TempDirTest {
                         ReadFile(std::string(TQ_SOURCE_DIR) + "/tests/browser/page_check.js") + "</script>\r\n");
     std::string dom = Chromium("--dump-dom", copy);
     Findings f;
+    std::vector<std::string> fails;
+    std::string charset;
+    bool done = false;
     size_t at = dom.rfind("<pre id=\"tq-check\">");  // the script itself names it too
     EXPECT_NE(at, std::string::npos) << "the script left no findings:\n" << dom.substr(0, 2000);
-    if (at == std::string::npos) return f;
-    std::stringstream lines(dom.substr(at, dom.find("</pre>", at) - at));
-    std::string line;
-    while (std::getline(lines, line)) {
+    std::stringstream lines(at == std::string::npos ? "" : dom.substr(at, dom.find("</pre>", at) - at));
+    for (std::string line; std::getline(lines, line);) {
       std::string kind = line.substr(0, line.find(' '));
       std::string rest = line.find(' ') == std::string::npos ? "" : line.substr(line.find(' ') + 1);
-      if (kind == "fail") f.fails.push_back(rest);
+      if (kind == "fail") fails.push_back(rest);
       if (kind == "sound") f.sounds.push_back(PercentDecode(rest));
       if (kind == "save") f.saves.push_back(rest);
-      if (kind == "charset") f.charset = rest;
-      if (kind == "done") f.done = true;
+      if (kind == "charset") charset = rest;
+      done = done || kind == "done";
     }
+    EXPECT_TRUE(done);
+    EXPECT_EQ(charset, "GBK");
+    EXPECT_EQ(fails, std::vector<std::string>());
     return f;
   }
 
   // A picture of the page, kept beside the build for a person to look at.
   void Screenshot(const std::string& page, const std::string& name, int height) {
-    std::string shot = std::string(TQ_BINARY_DIR) + "/browser_check/" + name;
-    ASSERT_EQ(tqtest::Run("mkdir -p '" + std::string(TQ_BINARY_DIR) + "/browser_check' && rm -f '" + shot + "'",
-                          nullptr),
-              0);
+    std::string folder = std::string(TQ_BINARY_DIR) + "/browser_check", shot = folder + "/" + name;
+    ASSERT_EQ(tqtest::Run("mkdir -p '" + folder + "' && rm -f '" + shot + "'", nullptr), 0);
     Chromium("--hide-scrollbars --window-size=720," + std::to_string(height) + " --screenshot='" + shot + "'", page);
     EXPECT_EQ(ReadFile(shot).substr(0, 8), "\x89PNG\r\n\x1a\n");
-  }
-
-  std::string Texts(const std::vector<std::string>& utf8) {
-    std::string json = "[";
-    for (const std::string& t : utf8) json += (json.size() > 1 ? ",\"" : "\"") + PercentEncode(t) + "\"";
-    return json + "]";
   }
 
   std::string chromium_;
@@ -178,9 +154,6 @@ TEST_F(PageBrowserTest, DetailPageRendersWithEveryAnchorAndSoundLink) {
                          Texts({u8"跑步, 赛跑", u8"我每天早上去跑步。", u8"水龙头还开着吗？", u8"自来水",
                                 u8"running ┄ out", u8"词根：run 跑", u8"反义词：walking"}) +
                          "}");
-  EXPECT_TRUE(f.done);
-  EXPECT_EQ(f.charset, "GBK");
-  EXPECT_EQ(f.fails, std::vector<std::string>());
   // The front end turns a sound address back into its sentence with the
   // library's own vcRestoreUrlSentence.
   ASSERT_EQ(f.sounds.size(), 3u);
@@ -198,10 +171,8 @@ TEST_F(PageBrowserTest, DetailPageRendersWithEveryAnchorAndSoundLink) {
 }
 
 TEST_F(PageBrowserTest, PrintablePageRendersWithoutTextBoxes) {
-  auto Box = [&](int n) {
-    char id[8];
-    std::snprintf(id, sizeof id, "%03d", n);
-    return "<input type=\"text\" id=\"Blk001-" + std::string(id) + "\" size=\"12\" style=\"border: 1px solid #008000\">";
+  auto Box = [](int n) {
+    return "<input type=\"text\" id=\"Blk001-00" + std::to_string(n) + "\" size=\"12\" style=\"border: 1px solid #008000\">";
   };
   WriteFile("quiz.htm", "<html>\r\n<head>\r\n<meta http-equiv=\"Content-Type\" content=\"text/html; charset=gb2312\">\r\n"
                         "<title>" + G(u8"填空") + "</title>\r\n</head>\r\n<body>\r\n"
@@ -211,13 +182,10 @@ TEST_F(PageBrowserTest, PrintablePageRendersWithoutTextBoxes) {
   WriteFile("answers.txt", "running\r\nrunning\r\nruns\r\n");
   ASSERT_EQ(vcGenPrintableHtml("quiz.htm", "print.htm", "answers.txt", 1, 1), 1);
 
-  Findings f = Check("print.htm", "{\"noInputs\": true, \"texts\": " +
-                                      Texts({u8"他每天早上去 [1]_____________ (run)", u8"[3]_____________ the shop",
-                                             u8"备选答案：", u8"1) running", u8"2) runs"}) +
-                                      "}");
-  EXPECT_TRUE(f.done);
-  EXPECT_EQ(f.charset, "GBK");
-  EXPECT_EQ(f.fails, std::vector<std::string>());
+  Check("print.htm", "{\"noInputs\": true, \"texts\": " +
+                         Texts({u8"他每天早上去 [1]_____________ (run)", u8"[3]_____________ the shop", u8"备选答案：",
+                                u8"1) running", u8"2) runs"}) +
+                         "}");
   Screenshot("print.htm", "printable.png", 300);
 }
 

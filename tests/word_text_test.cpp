@@ -2,6 +2,7 @@
 // meanings, the word file reader's seek-back, and the spent handles.
 #include <cstring>
 #include <string>
+#include <tuple>
 #include <utility>
 #include <vector>
 
@@ -36,28 +37,22 @@ class WordText : public tqtest::TempDirTest {
 };
 
 TEST_F(WordText, AlternateLinesPairEnglishWithTheLineBelow) {
-  std::string text = G(u8"apple\r\n苹果\r\npear\r\nbanana\r\n香蕉\r\n");
-  EXPECT_EQ(ReadAll(text, false), (Items{{"apple", G(u8"苹果")}, {"pear", ""}, {"banana", G(u8"香蕉")}}));
-
-  // Chinese lines before the first English line, blank lines, blanks and
-  // tabs around lines, LF-only ends and a last line with no end.
-  text = G(u8"词表\n第一课\n\n  apple pie \t\n\n\t苹果派  \n\n pear\n\n\n梨\n伪\nplum");
-  EXPECT_EQ(ReadAll(text, false), (Items{{"apple pie", G(u8"苹果派")}, {"pear", G(u8"梨")}, {"plum", ""}}));
-
-  // The first Chinese line is the meaning; a second is passed over.
-  text = G(u8"go\n去\n走\ncome\n来\n");
-  EXPECT_EQ(ReadAll(text, false), (Items{{"go", G(u8"去")}, {"come", G(u8"来")}}));
-
-  // A one-line entry is not English, so the alternate reader skips it.
-  text = G(u8"apple n. 苹果\npear\n梨\n");
-  EXPECT_EQ(ReadAll(text, false), (Items{{"pear", G(u8"梨")}}));
-
-  // A line longer than 3,998 bytes arrives as two.
-  std::string a(3998, 'a');
-  EXPECT_EQ(ReadAll(a + "bbbbb\n" + G(u8"长") + "\n", false), (Items{{a, ""}, {"bbbbb", G(u8"长")}}));
-
-  EXPECT_EQ(ReadAll("", false), Items{});
-  EXPECT_EQ(ReadAll(G(u8"只有中文\n"), false), Items{});
+  const std::string a(3998, 'a');
+  const std::pair<std::string, Items> cases[] = {
+      {G(u8"apple\r\n苹果\r\npear\r\nbanana\r\n香蕉\r\n"), {{"apple", G(u8"苹果")}, {"pear", ""}, {"banana", G(u8"香蕉")}}},
+      // Chinese lines before the first English line, blank lines, blanks and
+      // tabs around lines, LF-only ends and a last line with no end.
+      {G(u8"词表\n第一课\n\n  apple pie \t\n\n\t苹果派  \n\n pear\n\n\n梨\n伪\nplum"),
+       {{"apple pie", G(u8"苹果派")}, {"pear", G(u8"梨")}, {"plum", ""}}},
+      // The first Chinese line is the meaning; a second is passed over.
+      {G(u8"go\n去\n走\ncome\n来\n"), {{"go", G(u8"去")}, {"come", G(u8"来")}}},
+      // A one-line entry is not English, so the alternate reader skips it.
+      {G(u8"apple n. 苹果\npear\n梨\n"), {{"pear", G(u8"梨")}}},
+      // A line longer than 3,998 bytes arrives as two.
+      {a + "bbbbb\n" + G(u8"长") + "\n", {{a, ""}, {"bbbbb", G(u8"长")}}},
+      {"", {}},
+      {G(u8"只有中文\n"), {}}};
+  for (const auto& c : cases) EXPECT_EQ(ReadAll(c.first, false), c.second) << c.first.substr(0, 60);
 }
 
 TEST_F(WordText, OneLineEntriesSplitAtTheMark) {
@@ -119,11 +114,7 @@ TEST_F(WordText, HandlesAreSpentOnCloseAndTheTwentiethOpenFails) {
 
 class WordFile : public tqtest::TempDirTest {
  protected:
-  struct Step {
-    int answer;
-    std::string word, mean;
-    bool operator==(const Step& o) const { return answer == o.answer && word == o.word && mean == o.mean; }
-  };
+  using Step = std::tuple<int, std::string, std::string>;  // answer, word, meaning
   std::vector<Step> Steps(const std::string& text, uint32_t size = 256) {
     WriteFile("w.txt", text);
     std::vector<char> buffer(size);
@@ -131,16 +122,14 @@ class WordFile : public tqtest::TempDirTest {
     EXPECT_EQ(vcInitWordFileObj(&obj, "w.txt", buffer.data(), size), 1);
     std::vector<Step> steps;
     std::vector<char> word(size + 1), mean(size + 1);
-    for (;;) {
-      int r = vcGetNextWordFromWordFile(&obj, word.data(), mean.data());
-      steps.push_back({r, word.data(), mean.data()});
-      if (r == -1 || steps.size() > 100) break;
+    for (int r = 0; r != -1 && steps.size() <= 100;) {
+      r = vcGetNextWordFromWordFile(&obj, word.data(), mean.data());
+      steps.emplace_back(r, word.data(), mean.data());
     }
     EXPECT_EQ(vcCloseWordFileObj(&obj), 0);
     EXPECT_EQ(obj.hFile, 0u);
     return steps;
   }
-  friend void PrintTo(const Step& s, std::ostream* os) { *os << s.answer << " " << s.word << "|" << s.mean; }
 };
 
 TEST_F(WordFile, ReadsPairsAndSeeksBackOverEnglishOrBlankLines) {
@@ -150,10 +139,10 @@ TEST_F(WordFile, ReadsPairsAndSeeksBackOverEnglishOrBlankLines) {
   // A word before an empty line: no meaning, and the empty line answers 0 next.
   EXPECT_EQ(Steps(G(u8"cat\n\n猫\ndog\n狗")),
             (V{{3, "cat", ""}, {0, "", ""}, {0, "", ""}, {3, "dog", G(u8"狗")}, {-1, "", ""}}));
-  // The last word of a file with no meaning behind it comes with -1.
+  // The last word of a file with no meaning behind it comes with -1; a line
+  // longer than the buffer arrives in pieces.
   EXPECT_EQ(Steps("one\ntwo"), (V{{3, "one", ""}, {-1, "two", ""}}));
   EXPECT_EQ(Steps(""), (V{{-1, "", ""}}));
-  // A line longer than the buffer arrives in pieces.
   EXPECT_EQ(Steps("abcdefgh\n", 5), (V{{4, "abcd", ""}, {4, "efgh", ""}, {0, "", ""}, {-1, "", ""}}));
 }
 

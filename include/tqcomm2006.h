@@ -520,6 +520,135 @@ TQ_API int TQ_CALL vcCOrvexWizard_ReadAllDegrees(const char* path, int32_t* degr
 /* (end of history file upkeep) */
 
 /* ======================================================================
+ * Notebooks and book display: the record functions
+ *
+ * An older family over the same index, library and tag files as
+ * vcCOrvexBook_, through a record the caller owns. A notebook is a word
+ * book of short entries (word, "[pronunciation]", explanation, 0) whose
+ * library opens with one 0 byte: each entry's index offset is the 0 that
+ * ends the entry before it. Offsets below are those of the index: the
+ * entry's leading separator.
+ *
+ * The quick readers and the display functions read a small fixed window of
+ * the library at the entry (40, 64, 98 or 190 bytes) and cut the text out
+ * of it, so long text is cut; nothing beyond the window is ever shown.
+ * Drawing goes to a device context (on Linux a host surface, tqhost.h).
+ * Temporary files are made in the working directory with fixed names
+ * ("tqplsxht.apy", "tmp.idx", "tmp.tag", "tmp.lib"): one edit at a time.
+ * ====================================================================== */
+
+typedef struct BookRecord {
+  TqStream idxFile;     /* the open index (0 = none) */
+  TqStream libFile;     /* the open library */
+  TqStream tagFile;     /* the open tag file */
+  uint32_t reserved0;
+  int32_t separator;    /* the entry separator, set to 0 by the opens */
+  char reserved1[256];  /* the front ends' own */
+  char name[260];       /* the index path, the stem of the sibling files */
+} BookRecord;
+
+TQ_STATIC_ASSERT(offsetof(BookRecord, libFile) == 4, "BookRecord.libFile");
+TQ_STATIC_ASSERT(offsetof(BookRecord, tagFile) == 8, "BookRecord.tagFile");
+TQ_STATIC_ASSERT(offsetof(BookRecord, separator) == 16, "BookRecord.separator");
+TQ_STATIC_ASSERT(offsetof(BookRecord, name) == 276, "BookRecord.name");
+TQ_STATIC_ASSERT(sizeof(BookRecord) == 536, "BookRecord size");
+
+/* Sets separator to 0, stores the path in name, opens it "rb" into idxFile
+ * (whatever was there is not closed). The word count, or -1. */
+TQ_API int TQ_CALL vcOpenBookIdxAndReturnNum(BookRecord* book, const char* idxPath);
+/* Sets separator to 0 and opens the library "rb" into libFile (a null path
+ * means name plus ".lib"). Its length in bytes, or -1. */
+TQ_API int TQ_CALL vcOpenBookLib(BookRecord* book, const char* libPath);
+/* count offsets from the index's current position: 0, or -2 when fewer
+ * came (or no index is open). */
+TQ_API int TQ_CALL vcReadBookIndex(BookRecord* book, int32_t* dest, int count);
+/* Close and clear the file: the result of the close, 0 when none was open. */
+TQ_API int TQ_CALL vcCloseBookIdx(BookRecord* book);
+TQ_API int TQ_CALL vcCloseBookLib(BookRecord* book);
+/* The word of the entry at offset (out: 32 bytes): up to its "[", a word of
+ * 31 bytes or more cut to 29, trailing bytes of 128 or above dropped. Its
+ * length; -1 (out "") when the library is not open. */
+TQ_API int TQ_CALL vcGetEnglishWordFromBook(BookRecord* book, int offset, char* out);
+/* The same for word number no of the open index; -1 (out "") when the
+ * number is not in the index. */
+TQ_API int TQ_CALL vcGetEnglishWordFromBookByNo(BookRecord* book, int no, char* out);
+/* The explanation of the entry at offset (out: 98 bytes): from the "]" to
+ * the separator, within 98 bytes, a class mark "{nn}" dropped. Its length
+ * plus 1; 0 (out "") when there is no "]" in reach or no open library. */
+TQ_API int TQ_CALL vcGetExplainFromBook(BookRecord* book, int offset, char* out);
+/* Writes word "\r\n" explanation "\r\n" for every offset from the index's
+ * current position to its end. 0, or -3 when the output cannot be created
+ * or the book is not open. */
+TQ_API int TQ_CALL vcExportBookWords(BookRecord* book, const char* outPath);
+/* The word count of an index file; 0 when it is missing. */
+TQ_API int TQ_CALL vcGetBookWordNum(const char* idxPath);
+TQ_API int TQ_CALL vcGetOrvexNotebookWordNum(const char* idxPath);
+
+/* Drawing. Every display function ends by drawing the list's underline: a
+ * solid 1-pixel line of colour 0x808080 from (0, 22) to (600, 22), which
+ * does not follow x and y. */
+/* The word of the entry at offset; offset -1 draws the line alone. */
+TQ_API void TQ_CALL vcDispWord(BookRecord* book, int offset, int dc, int x, int y);
+/* The "[pronunciation]" in the pronunciation font; "[]" draws the line
+ * alone, and an entry with no "[" before its separator draws nothing. */
+TQ_API void TQ_CALL vcDispPronun(BookRecord* book, int offset, int dc, int x, int y);
+/* The explanation, up to the separator, "*", "~" or 188 bytes into the
+ * window; a class mark is not drawn but is measured. Its width in pixels
+ * (0 for offset -1, which draws the line alone). */
+TQ_API int TQ_CALL vcDispExplain(BookRecord* book, int offset, int dc, int x, int y);
+/* Draws text in the face "pron" (weight 700), or in the current font when
+ * that cannot be made. */
+TQ_API void TQ_CALL DrawPronStr(int dc, const char* text, int x, int y);
+/* The underline in another colour (0x00BBGGRR). */
+TQ_API void TQ_CALL vcDrawUnderLine(int dc, uint32_t colour);
+
+/* Tags. A null index path means name. */
+/* Opens the ".tag" file beside the index "rb" into tagFile, first making it
+ * (400 bytes of header and a zero per word of the index) when it is
+ * missing. The number of tags, or -1. */
+TQ_API int TQ_CALL vcOpenBookTagAndReturnNum(BookRecord* book, const char* idxPath);
+/* Reads the open tag file, header included, into buffer (room for 100 plus
+ * the number of tags), and closes it: 0, or -2 on a short read, which
+ * closes the file but leaves its stale number in tagFile. */
+TQ_API int TQ_CALL vcReadWordTagThenCloseTag(BookRecord* book, int32_t* buffer);
+/* The same on a tag file it opens and closes itself: 0, -1 when it will
+ * not open, -2. */
+TQ_API int TQ_CALL vcOpen_Read_CloseBookTag(BookRecord* book, int32_t* buffer, const char* idxPath);
+/* Writes header and count tags from buffer as the whole tag file (through
+ * "tqplsxht.apy"). 0, or -3 with the tag file as it was. */
+TQ_API int TQ_CALL vcWriteWordTagFile(BookRecord* book, const char* idxPath, const int32_t* buffer, int count);
+
+/* Notebooks. */
+/* A new library file of one 0 byte: 1, or -1. */
+TQ_API int TQ_CALL vcMakeBlankNoteBook(const char* libPath);
+/* Appends word, pronunciation (stored as given: pass the brackets) and
+ * explanation (its first line with firstLineOnly) to the notebook, its
+ * offset to the index and a zero tag to the ".tag" file. Failures show a
+ * message box (OK only, no owner) and answer -1; a tag that cannot be
+ * written is told the same way but still answers 0. */
+TQ_API int TQ_CALL vcFullAppendNotebook(const char* idxPath, const char* word, const char* explanation,
+                                       const char* pronunciation, int firstLineOnly);
+/* Appends n zero tags (after a zero header when the file is new): 0, -1. */
+TQ_API int TQ_CALL vcFullAppendBlankNoteTags(const char* idxPath, int n);
+/* Removes index and tag file and resets the library to one 0 byte. */
+TQ_API void TQ_CALL vcDeleteNoteBook(BookRecord* book, const char* idxPath);
+/* Rewrites the notebook named in the record, keeping word i (offsets[i])
+ * when flags[i] is 0, with its tag tags[100 + i] (tags as read whole).
+ * Needs the library open in libFile, and closes it. Keeping none empties
+ * the notebook as vcDeleteNoteBook. 0, or -1 with the notebook unchanged. */
+TQ_API int TQ_CALL vcDeleteNoteBookWords(BookRecord* book, const int32_t* offsets, const int32_t* tags,
+                                        const int32_t* flags, int n);
+/* The widest span of days in the ".pag" (24-byte records) and ".dir"
+ * (128-byte records) files of the working directory, from the day number
+ * at byte 14 of each record (65535: none). At least 0. */
+TQ_API int TQ_CALL vcGetLearningStatus(void);
+/* Copies a file with every byte scrambled by the sound key, which the same
+ * call undoes. 1, or -1. */
+TQ_API int TQ_CALL vcPrepareFontLib(const char* srcPath, const char* dstPath);
+
+/* (end of notebooks and book display) */
+
+/* ======================================================================
  * Classic dictionaries: vcCm..., entry detail and word forms
  * ====================================================================== */
 

@@ -1,11 +1,13 @@
 // The record functions of word books and notebooks: refuse a missing record
 // or path at once, forward to the record reader, the notebook or the
 // painter.
+#include "learning/book_painter.h"
 #include "learning/book_record.h"
 #include "learning/learning_status.h"
 #include "learning/notebook.h"
 #include "tqcomm2006.h"
 
+using tq::ListPainter;
 using tq::Notebook;
 using tq::RecordBook;
 
@@ -53,6 +55,29 @@ TQ_API int TQ_CALL vcExportBookWords(BookRecord* book, const char* outPath) {
 TQ_API int TQ_CALL vcGetBookWordNum(const char* idxPath) { return tq::IndexWordCount(idxPath); }
 
 TQ_API int TQ_CALL vcGetOrvexNotebookWordNum(const char* idxPath) { return tq::IndexWordCount(idxPath); }
+
+TQ_API void TQ_CALL vcDispWord(BookRecord* book, int offset, int dc, int x, int y) {
+  if (book == nullptr) return;
+  ListPainter(dc).Word(RecordBook(book).lib(), offset, x, y);
+}
+
+TQ_API void TQ_CALL vcDispPronun(BookRecord* book, int offset, int dc, int x, int y) {
+  if (book == nullptr) return;
+  RecordBook record(book);
+  ListPainter(dc).Pronunciation(record.lib(), record.separator(), offset, x, y);
+}
+
+TQ_API int TQ_CALL vcDispExplain(BookRecord* book, int offset, int dc, int x, int y) {
+  if (book == nullptr) return 0;
+  RecordBook record(book);
+  return ListPainter(dc).Explanation(record.lib(), record.separator(), offset, x, y);
+}
+
+TQ_API void TQ_CALL DrawPronStr(int dc, const char* text, int x, int y) {
+  if (text != nullptr) ListPainter(dc).PronText(text, x, y);
+}
+
+TQ_API void TQ_CALL vcDrawUnderLine(int dc, uint32_t colour) { ListPainter(dc).Underline(colour); }
 
 TQ_API int TQ_CALL vcOpenBookTagAndReturnNum(BookRecord* book, const char* idxPath) {
   if (book == nullptr) return -1;

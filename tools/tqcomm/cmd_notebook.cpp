@@ -219,6 +219,62 @@ int Remove(const std::string& idx_in, const Args& words) {
   return all_found ? 0 : 1;
 }
 
+// A front end's word list paints each word into its own row: the word, the
+// pronunciation and the meaning, with the list's line at the row's foot.
+constexpr int kRowWidth = 600;
+constexpr int kRowHeight = 24;
+
+// Copies a row surface into the picture at y, a run of one colour at a time.
+void CopyRow(int row, int picture, int y) {
+  for (int py = 0; py < kRowHeight; ++py) {
+    int start = 0;
+    unsigned colour = tqHost_GetPixel(row, 0, py);
+    for (int px = 1; px <= kRowWidth; ++px) {
+      unsigned c = px < kRowWidth ? tqHost_GetPixel(row, px, py) : ~colour;
+      if (c == colour) continue;
+      if (colour != 0xFFFFFF) tqHost_FillRect(picture, start, y + py, px, y + py + 1, colour);
+      start = px;
+      colour = c;
+    }
+  }
+}
+
+int Show(const std::string& idx, Args args) {
+  std::string png;
+  if (!TakeOption(&args, "--png", &png) || !args.empty()) return Usage(stderr, 2);
+  BookRecord record;
+  std::memset(&record, 0, sizeof record);
+  int count = vcOpenBookIdxAndReturnNum(&record, idx.c_str());
+  if (count <= 0 || vcOpenBookLib(&record, nullptr) < 0) {
+    vcCloseBookIdx(&record);
+    std::fprintf(stderr, "tqcomm: the notebook %s is empty\n", idx.c_str());
+    return 1;
+  }
+  std::vector<int32_t> offsets(count);
+  vcReadBookIndex(&record, offsets.data(), count);
+  int picture = tqHost_CreateDC(kRowWidth, kRowHeight * count);
+  int row = tqHost_CreateDC(kRowWidth, kRowHeight);
+  int done = picture != 0 && row != 0 ? 0 : 1;
+  for (int i = 0; done == 0 && i < count; ++i) {
+    tqHost_FillRect(row, 0, 0, kRowWidth, kRowHeight, 0xFFFFFF);
+    vcDispWord(&record, offsets[i], row, 4, 3);
+    vcDispPronun(&record, offsets[i], row, 150, 3);
+    vcDispExplain(&record, offsets[i], row, 290, 3);
+    CopyRow(row, picture, i * kRowHeight);
+  }
+  vcCloseBookIdx(&record);
+  vcCloseBookLib(&record);
+  if (done == 0 && tqHost_SavePng(picture, png.c_str()) != 1) done = 1;
+  tqHost_DeleteDC(row);
+  tqHost_DeleteDC(picture);
+  if (done != 0) {
+    std::fprintf(stderr, "tqcomm: cannot draw the notebook to %s\n", png.c_str());
+    return 1;
+  }
+  std::printf("%d word%s -> %s (%dx%d)\n", count, count == 1 ? "" : "s", png.c_str(), kRowWidth, kRowHeight * count);
+  return 0;
+}
+
 }  // namespace
 
 int NotebookCommand(const Args& in) {
@@ -233,6 +289,7 @@ int NotebookCommand(const Args& in) {
   if (verb == "add") return Add(idx, args);
   if (verb == "list" && args.empty()) return List(idx);
   if (verb == "remove") return Remove(idx, args);
+  if (verb == "show") return Show(idx, args);
   return Usage(stderr, 2);
 }
 

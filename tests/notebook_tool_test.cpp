@@ -74,6 +74,14 @@ TEST_F(NotebookTool, AddedWordsAreABookToLearnFrom) {
   ASSERT_EQ(Tool("notebook list", &out), 0);
   EXPECT_NE(out.find("running"), std::string::npos) << out;
 
+  // The picture: one list row of 600 x 24 pixels per word.
+  ASSERT_EQ(Tool("notebook show --png list.png", &out), 0) << out;
+  std::string png = tqtest::ReadFile("list.png");
+  ASSERT_GT(png.size(), 24u);
+  EXPECT_EQ(png.substr(1, 3), "PNG");
+  EXPECT_EQ(png.substr(16, 8), std::string("\0\0\x02\x58\0\0\0\x48", 8));  // IHDR: 600 x 72
+  EXPECT_EQ(Tool("notebook show", &out), 2) << out;
+
   // A day's learning on the notebook: its history file is made beside it.
   ASSERT_EQ(Tool("learn --book '" + Data("notebook.idx") + "' --date 2026-03-01 --new 3", &out, "1\\n4\\n5\\n"), 0)
       << out;
@@ -96,6 +104,7 @@ TEST_F(NotebookTool, AddedWordsAreABookToLearnFrom) {
   EXPECT_EQ(tqtest::ReadFile(Data("notebook.idx.lib")), std::string(1, '\0'));
   ASSERT_EQ(Tool("notebook list", &out), 0);
   EXPECT_NE(out.find("empty"), std::string::npos) << out;
+  EXPECT_EQ(Tool("notebook show --png list.png", &out), 1) << out;
 }
 
 }  // namespace

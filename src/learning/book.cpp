@@ -102,6 +102,13 @@ bool ReplaceWithTemp(const char* temp, const char* target) {
   return ok;
 }
 
+bool WriteZeros(std::FILE* f, long count) {
+  for (long i = 0; i < count; ++i) {
+    if (!WriteI32(f, 0)) return false;
+  }
+  return true;
+}
+
 bool MoveOver(const char* temp, const char* target) {
   return env::Rename(temp, target) || ReplaceWithTemp(temp, target);
 }

@@ -57,6 +57,10 @@ bool ReplaceWithTemp(const char* temp, const char* target);
 // the two lie on different file systems.
 bool MoveOver(const char* temp, const char* target);
 
+// Writes count zero integers (blank tags, a tag header); false when a write
+// fails.
+bool WriteZeros(std::FILE* f, long count);
+
 // Tag file edits, on the path alone. 1, or -1.
 int InsertTag(const char* tag_path, int position);
 int DeleteTag(const char* tag_path, int position);

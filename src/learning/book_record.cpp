@@ -20,13 +20,6 @@ int CopyOut(char* out, const std::string& text) {
   return static_cast<int>(text.size());
 }
 
-bool WriteZeros(std::FILE* f, long count) {
-  for (long i = 0; i < count; ++i) {
-    if (!WriteI32(f, 0)) return false;
-  }
-  return true;
-}
-
 // The whole tag file into the buffer, as whole integers: never more than
 // the header and the number of tags that the open answered. 0, or -2.
 int ReadTagFile(std::FILE* f, int32_t* buffer) {

@@ -2,3 +2,7 @@
 # that needs one adds it here, so that the library, the tests and the tool
 # link the same set.
 list(APPEND TQ_LINK_LIBS pthread)
+# The tool's dictionary builder (tools/tqcomm) takes pronunciations from
+# libespeak-ng's phonemes; only the tool links it.
+pkg_check_modules(TQTOOL_ESPEAK REQUIRED IMPORTED_TARGET espeak-ng)
+list(APPEND TQCOMM_TOOL_LIBS PkgConfig::TQTOOL_ESPEAK)

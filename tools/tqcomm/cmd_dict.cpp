@@ -149,9 +149,14 @@ std::string CedictCache() {
 }
 
 // Chinese meanings for a WordNet build, or a message why there are none.
-bool LoadChinese(const std::string& option, const std::string& freq_option, ChineseMeanings* chinese) {
+// The CC-CEDICT file named, or the one in a folder named, or the cache's.
+std::string CedictPath(const std::string& option) {
   std::string path = option.empty() ? CedictCache() : option;
-  if (IsDir(path)) path += "/cedict_ts.u8";
+  return option.empty() || IsDir(path) ? path + "/cedict_ts.u8" : path;
+}
+
+bool LoadChinese(const std::string& option, const std::string& freq_option, ChineseMeanings* chinese) {
+  std::string path = CedictPath(option);
   std::ifstream in(path, std::ios::binary);
   if (!in) {
     std::fprintf(stderr, "tqcomm: no CC-CEDICT at %s%s; the meanings stay English\n", path.c_str(),
@@ -180,8 +185,9 @@ bool LoadChinese(const std::string& option, const std::string& freq_option, Chin
 void WriteLicenceNote(const std::string& dir, const std::string& cedict_header) {
   std::ofstream out(dir + "/COPYING-CC-CEDICT.txt", std::ios::binary);
   out << "The Chinese meanings of this dictionary are drawn from CC-CEDICT, the community\r\n"
-         "Chinese-English dictionary (MDBG), under the Creative Commons Attribution-ShareAlike\r\n"
-         "4.0 International License: https://creativecommons.org/licenses/by-sa/4.0/\r\n"
+         "Chinese-English dictionary (MDBG), under the licence\r\n"
+         "Creative Commons Attribution-ShareAlike 4.0 International\r\n"
+         "(https://creativecommons.org/licenses/by-sa/4.0/).\r\n"
          "They were turned round from CC-CEDICT's English glosses by tqcomm dict build, and\r\n"
          "may be shared under the same licence. The English explanations come from WordNet.\r\n";
   if (!cedict_header.empty()) out << "\r\nThe CC-CEDICT used:\r\n" << cedict_header;
@@ -189,9 +195,7 @@ void WriteLicenceNote(const std::string& dir, const std::string& cedict_header) 
 
 // The comment lines at the head of a CC-CEDICT file.
 std::string CedictHeader(const std::string& option) {
-  std::string path = option.empty() ? CedictCache() : option;
-  if (IsDir(path)) path += "/cedict_ts.u8";
-  std::ifstream in(path, std::ios::binary);
+  std::ifstream in(CedictPath(option), std::ios::binary);
   std::string line, header;
   for (int i = 0; i < 20 && std::getline(in, line) && !line.empty() && line[0] == '#'; ++i) {
     while (!line.empty() && line.back() == '\r') line.pop_back();

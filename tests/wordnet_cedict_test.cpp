@@ -222,7 +222,8 @@ TEST_F(WordNetCedictTest, WithoutUsableCedictTheBuildGoesOnInEnglish) {
   };
   WriteFile("broken.u8", "apple pie\n[ping2 guo3] /apple/\n蘋果 苹果 ping2 guo3 /apple/\n蘋果 苹果 [ping2 guo3] apple\n");
   WriteFile("half.u8", "蘋果 苹果 [ping2 guo3] /apple/\n蘋果 苹果 [ping2\n吃 吃 [chi1] //\n");
-  WriteFile("binary.u8", std::string("\x1f\x8b\x08\x00\x00\x00\x00\x00\x00\x03\xff\xfe/\n\0\0[]", 20));
+  const char binary[] = "\x1f\x8b\x08\x00\x00\x00\x00\x00\x00\x03\xff\xfe/\n\0\0[]";  // a gzip head
+  WriteFile("binary.u8", std::string(binary, sizeof binary - 1));
   for (const Case& c : cases) {
     std::string out = Build(std::string(c.options) + " --freq counts.txt", c.env);
     EXPECT_NE(out.find(c.message), std::string::npos) << c.what << "\n" << out;

@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "base_forms.h"
 #include "pron_notation.h"
 #include "test_util.h"
 #include "tqcomm2006.h"
@@ -276,6 +277,57 @@ TEST(PronNotation, NotationGoesBackToIpaAndGivesTheSyllables) {
     EXPECT_EQ(shape.syllables, c.syllables) << c.notation;
     EXPECT_EQ(shape.finalStressed, c.final_stressed) << c.notation;
   }
+}
+
+// The regular forms the table gets, by the spelling rules and the sound.
+TEST(RegularForms, SpellingFollowsTheWordsEndingAndStress) {
+  const tqcomm::WordUse noun{true, false, false}, verb{false, true, false}, adjective{false, false, true};
+  const tqcomm::PronShape one{1, true}, final_stress{2, true}, first_stress{2, false}, three{3, false};
+  struct Case {
+    const char* word;
+    tqcomm::WordUse use;
+    tqcomm::PronShape shape;
+    const char* forms;  // sorted, split by blanks
+  } cases[] = {
+      {"apple", noun, first_stress, "apples"},
+      {"box", noun, one, "boxes"},
+      {"church", noun, one, "churches"},
+      {"city", noun, first_stress, "cities"},
+      {"day", noun, one, "days"},
+      {"piano", noun, three, "pianoes pianos"},  // the word decides; both are kept
+      {"quiz", noun, one, "quizzes"},
+      {"stop", verb, one, "stopped stopping stops"},
+      {"prefer", verb, final_stress, "preferred preferring prefers"},
+      {"visit", verb, first_stress, "visited visiting visits"},
+      {"travel", verb, first_stress, "traveled traveling travelled travelling travels"},
+      {"control", verb, final_stress, "controlled controlling controls"},
+      {"like", verb, one, "liked likes liking"},
+      {"die", verb, one, "died dies dying"},
+      {"agree", verb, final_stress, "agreed agreeing agrees"},
+      {"study", verb, first_stress, "studied studies studying"},
+      {"play", verb, one, "played playing plays"},
+      {"panic", verb, first_stress, "panicked panicking panics"},
+      {"fix", verb, one, "fixed fixes fixing"},
+      {"quit", verb, one, "quits quitted quitting"},
+      {"big", adjective, one, "bigger biggest"},
+      {"nice", adjective, one, "nicer nicest"},
+      {"happy", adjective, first_stress, "happier happiest"},
+      {"narrow", adjective, first_stress, "narrower narrowest"},
+      {"new", adjective, one, "newer newest"},
+      {"careful", adjective, first_stress, ""},  // more careful, most careful
+      {"ice cream", noun, three, ""},            // phrases are left alone
+  };
+  for (const Case& c : cases) {
+    std::string forms;
+    for (const std::string& f : tqcomm::RegularForms(c.word, c.use, c.shape)) forms += (forms.empty() ? "" : " ") + f;
+    EXPECT_EQ(forms, c.forms) << c.word;
+  }
+  // Without a pronunciation the spelling guesses the syllables.
+  EXPECT_EQ(tqcomm::SpellingShape("stop").syllables, 1);
+  EXPECT_EQ(tqcomm::SpellingShape("make").syllables, 1);
+  EXPECT_EQ(tqcomm::SpellingShape("simple").syllables, 2);
+  EXPECT_EQ(tqcomm::SpellingShape("happy").syllables, 2);
+  EXPECT_FALSE(tqcomm::SpellingShape("visit").finalStressed);
 }
 
 }  // namespace

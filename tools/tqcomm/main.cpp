@@ -112,8 +112,10 @@ const Command kCommands[] = {
     // (learn)
 
     // (dict, lookup)
-    {"dict", tqcomm::DictCommand, "dict build SOURCE -o DIR   (SOURCE: a tab-separated .txt, or WordNet's dict folder)"},
-    {"lookup", tqcomm::LookupCommand, "lookup WORD [--dict DIR] | lookup --wild PATTERN [--dict DIR]"},
+    {"dict", tqcomm::DictCommand,
+     "dict build SOURCE -o DIR [--cedict PATH] [--freq PATH]   (SOURCE: a tab-separated .txt, or WordNet's dict folder)"},
+    {"lookup", tqcomm::LookupCommand,
+     "lookup WORD [--dict DIR] | lookup --wild PATTERN [--dict DIR] | lookup --list FILE [--dict DIR]"},
 
     // (page)
     {"page", tqcomm::PageCommand, "page WORD [-o DIR] [--dict DIR]"},

@@ -112,6 +112,9 @@ const Command kCommands[] = {
     // (page)
     {"page", tqcomm::PageCommand, "page WORD [-o DIR] [--dict DIR]"},
 
+    // (quiz)
+    {"quiz", tqcomm::QuizCommand, "quiz build|page|print|import ...   (tqcomm quiz --help)"},
+
 };
 
 int Usage() {

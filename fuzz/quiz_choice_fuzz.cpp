@@ -9,9 +9,9 @@
 #include <string>
 
 #include "quiz/choice.h"
-#include "quiz_util.h"
+#include "fuzz_util.h"
 
-using quizfuzz::Check;
+using fuzzutil::Check;
 
 namespace {
 
@@ -21,7 +21,7 @@ void Records(const std::string& dat, int mode) {
   Check(h > 0);
   int count = files.RecordCount(h);
   const int32_t list[] = {4, count, 0, -1, count - 1};
-  int shown = files.MakePage(h, quizfuzz::Scratch("exam.htm").c_str(), mode & 2, "bg.jpg", (mode & 8) ? list : nullptr, mode & 4, mode & 16);
+  int shown = files.MakePage(h, fuzzutil::Scratch("exam.htm").c_str(), mode & 2, "bg.jpg", (mode & 8) ? list : nullptr, mode & 4, mode & 16);
   Check(shown >= 0 && shown <= count + 2);
   char comment[tq::quiz::kCommentSize];
   for (int i = -1; i <= count && i < 4; ++i) {
@@ -30,7 +30,7 @@ void Records(const std::string& dat, int mode) {
     files.SetInt(h, i, offsetof(ChoiceQtRecord, difficulty), i);
   }
   const int32_t gone[] = {0, 2};
-  if (mode & 32) quizfuzz::InScratch([&] { Check(files.Delete(h, 2, gone) == 1); });
+  if (mode & 32) fuzzutil::InScratch([&] { Check(files.Delete(h, 2, gone) == 1); });
   files.Close(h);
 }
 
@@ -39,21 +39,21 @@ void Records(const std::string& dat, int mode) {
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   if (size < 1) return 0;
   int mode = data[0];
-  const std::string in = quizfuzz::Scratch("in"), bank = quizfuzz::Scratch("bank.dat");
-  quizfuzz::WriteAll(in, data + 1, size - 1);
+  const std::string in = fuzzutil::Scratch("in"), bank = fuzzutil::Scratch("bank.dat");
+  fuzzutil::WriteAll(in, data + 1, size - 1);
   if (mode & 1) {
     Records(in, mode);
     return 0;
   }
   Check(tq::quiz::CompileChoiceText(bank.c_str(), in.c_str(), 1) == 1);
-  std::string dat = quizfuzz::ReadAll(bank);
+  std::string dat = fuzzutil::ReadAll(bank);
   Check(dat.size() % tq::quiz::kChoiceSize == 0);
   for (size_t at = 0; at < dat.size(); at += tq::quiz::kChoiceSize) {
-    Check(quizfuzz::FieldEnds(dat, at, tq::quiz::kStemSize));
+    Check(fuzzutil::FieldEnds(dat, at, tq::quiz::kStemSize));
     for (int i = 0; i < tq::quiz::kMaxOptions; ++i) {
-      Check(quizfuzz::FieldEnds(dat, at + tq::quiz::OptionOffset(i), tq::quiz::kOptionSize));
+      Check(fuzzutil::FieldEnds(dat, at + tq::quiz::OptionOffset(i), tq::quiz::kOptionSize));
     }
-    Check(quizfuzz::FieldEnds(dat, at + offsetof(ChoiceQtRecord, comment), tq::quiz::kCommentSize));
+    Check(fuzzutil::FieldEnds(dat, at + offsetof(ChoiceQtRecord, comment), tq::quiz::kCommentSize));
   }
   Records(bank, mode);
   return 0;

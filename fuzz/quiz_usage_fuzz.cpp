@@ -7,15 +7,15 @@
 
 #include "platform/host.h"
 #include "quiz/usage_test.h"
-#include "quiz_util.h"
+#include "fuzz_util.h"
 
-using quizfuzz::Check;
+using fuzzutil::Check;
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   static int windows[4] = {tq::host::CreateWindow("q", 1, 1), tq::host::CreateWindow("a", 1, 1),
                            tq::host::CreateWindow("b", 1, 1), tq::host::CreateWindow("c", 1, 1)};
-  const std::string path = quizfuzz::Scratch("usage.txt");
-  quizfuzz::WriteAll(path, data, size);
+  const std::string path = fuzzutil::Scratch("usage.txt");
+  fuzzutil::WriteAll(path, data, size);
   tq::quiz::UsageTest& test = tq::quiz::TheUsageTest();
   int count = test.Open(path.c_str());
   // A few more questions than the file says it holds, but not forever.

@@ -49,7 +49,7 @@ std::string Records(const std::vector<Choice>& cs) {
 // bytes behind a field's end that are not zero are shown too.
 std::string Describe(const std::string& bytes) {
   std::string out;
-  auto field = [&](const ChoiceQtRecord& r, const char* p, size_t size) {
+  auto field = [&](const char* p, size_t size) {
     size_t n = strnlen(p, size);
     std::string s(p, n);
     for (size_t at; (at = s.find('\n')) != std::string::npos;) s.replace(at, 1, "\\n");
@@ -57,14 +57,13 @@ std::string Describe(const std::string& bytes) {
     for (size_t i = n; i < size; ++i) {
       if (p[i] != 0) return void(out += "(+garbage)");
     }
-    (void)r;
   };
   for (size_t at = 0; at + sizeof(ChoiceQtRecord) <= bytes.size(); at += sizeof(ChoiceQtRecord)) {
     ChoiceQtRecord r;
     std::memcpy(&r, bytes.data() + at, sizeof r);
-    field(r, r.stem, sizeof r.stem);
-    for (auto& o : r.options) field(r, o, sizeof o);
-    field(r, r.comment, sizeof r.comment);
+    field(r.stem, sizeof r.stem);
+    for (auto& o : r.options) field(o, sizeof o);
+    field(r.comment, sizeof r.comment);
     out += " a" + std::to_string(r.answer) + " d" + std::to_string(r.difficulty) + " n" +
            std::to_string(r.optionCount) + " c" + std::to_string(r.classBits) + " k" + std::to_string(r.knowledgeCode) +
            "\n";

@@ -59,7 +59,7 @@ int RenderChoiceQuestion(const unsigned char* record, int d, int n, bool shuffle
   for (int i = 0; i < count; ++i) {
     const char c = Letter(i);
     s += "<tr>\r\n<td width=10> </td>\r\n";
-    // font-family: Song (GBK)
+    // The options in the Song face, named in GBK.
     s += "<td width=30 align=center style=\"color: #000; font-family: \xCB\xCE\xCC\xE5; font-size: 10px; margin: 0\">"
          "<input type=radio name=radio" + ds + " value=" + c + "></td>\r\n";
     s += "<td id=\"Choice" + ds + "-" + std::to_string(i) + "\">" + c + ") " +

@@ -85,6 +85,13 @@ bool ReadAll(const std::string& path, std::string* out) {
   return true;
 }
 
+// ReadAll, or a message saying why not.
+bool ReadInput(const std::string& path, std::string* out) {
+  if (ReadAll(path, out)) return true;
+  std::fprintf(stderr, "tqcomm: cannot read %s\n", path.c_str());
+  return false;
+}
+
 bool WriteAll(const std::string& path, const std::string& bytes) {
   std::ofstream f(path, std::ios::binary | std::ios::trunc);
   f.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
@@ -208,10 +215,7 @@ int Build(Args args) {
   const std::string& bank = args[0];
   if (!named) out = WithExtension(bank, ".dat");
   std::string text;
-  if (!ReadAll(bank, &text)) {
-    std::fprintf(stderr, "tqcomm: cannot read %s\n", bank.c_str());
-    return 1;
-  }
+  if (!ReadInput(bank, &text)) return 1;
   for (const std::string& w : fill ? LintFill(text) : LintChoice(text)) {
     std::fprintf(stderr, "%s:%s\n", bank.c_str(), ForTerminal(w).c_str());
   }
@@ -367,10 +371,7 @@ int Print(Args args) {
   const std::string& exam = args[0];
   if (!named) out = WithExtension(exam, "-print.htm");
   std::string page;
-  if (!ReadAll(exam, &page)) {
-    std::fprintf(stderr, "tqcomm: cannot read %s\n", exam.c_str());
-    return 1;
-  }
+  if (!ReadInput(exam, &page)) return 1;
   // The boxes' answers, one a line in the order of the boxes, from the
   // names of the anchors behind them.
   std::string answers;
@@ -412,10 +413,7 @@ int Import(Args args) {
   const std::string& source = args[0];
   if (!named) out = WithExtension(source, ".bank.txt");
   std::string raw, utf8;
-  if (!ReadAll(source, &raw)) {
-    std::fprintf(stderr, "tqcomm: cannot read %s\n", source.c_str());
-    return 1;
-  }
+  if (!ReadInput(source, &raw)) return 1;
   if (encoding == "gbk" || (encoding.empty() && !ValidUtf8(raw))) {
     Recode(raw, "UTF-8", "GBK", &utf8);
   } else {

@@ -1,5 +1,5 @@
-// What the quiz fuzz targets share: a scratch folder of the process and
-// whole files in and out.
+// What the fuzz targets share: a scratch folder of the process, whole files
+// in and out, and the check that stops a run.
 #pragma once
 
 #include <unistd.h>
@@ -9,7 +9,7 @@
 #include <cstdlib>
 #include <string>
 
-namespace quizfuzz {
+namespace fuzzutil {
 
 inline void Check(bool ok) {
   if (!ok) std::abort();
@@ -36,10 +36,10 @@ inline std::string ReadAll(const std::string& path) {
 // Made on first use, removed at exit; a path in it.
 inline std::string Scratch(const std::string& name) {
   static const std::string dir = [] {
-    std::string d = "/tmp/tq_quiz_fuzz." + std::to_string(getpid());
+    std::string d = "/tmp/tq_fuzz." + std::to_string(getpid());
     Check(std::system(("mkdir -p " + d).c_str()) == 0);
     std::atexit([] {
-      if (std::system(("rm -rf /tmp/tq_quiz_fuzz." + std::to_string(getpid())).c_str()) != 0) {
+      if (std::system(("rm -rf /tmp/tq_fuzz." + std::to_string(getpid())).c_str()) != 0) {
         // a leftover scratch folder is harmless
       }
     });
@@ -65,4 +65,4 @@ inline bool FieldEnds(const std::string& bytes, size_t at, size_t size) {
   return bytes.find('\0', at) < at + size;
 }
 
-}  // namespace quizfuzz
+}  // namespace fuzzutil

@@ -31,10 +31,10 @@ ImportResult ParseAiken(const std::string& utf8);
 bool LooksLikeAiken(const std::string& utf8);
 
 // The questions as the suite's question text in GBK, each started by "$"
-// (a number would lose its digits, and "10." its "1"). A question that does
-// not fit the records (stem 255 bytes, options 95, two to five options) is
-// left out with a note. from_gbk converts one UTF-8 text; it answers false
-// when some character has no GBK form.
+// (a number such as "10." would leave "0. " in front of its stem). A
+// question that does not fit the records (stem 255 bytes, options 95, two
+// to five options) is left out with a note. from_utf8 converts one UTF-8
+// text to GBK; it answers false when some character has no GBK form.
 std::string BankText(const std::vector<ImportedQuestion>& questions, const std::string& source,
                      bool (*from_utf8)(const std::string&, std::string*), std::vector<std::string>* notes,
                      int* written);

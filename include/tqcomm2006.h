@@ -889,6 +889,166 @@ TQ_API void TQ_CALL vcCWordMSet_Delete(int set);
 /* (end of word set) */
 
 /* ======================================================================
+ * Quizzes: vcChoiceQtFile_, vcFillBlankQtFile_, question generation and
+ * the usage test
+ *
+ * Question banks are written as text and compiled once into files of
+ * fixed records with no header: the record count is the file length over
+ * the record size, a question's number is its record's position. Each of
+ * the two file families has handles 1 to 9 and keeps one record of each
+ * handle in memory: a record is read again only when another number is
+ * asked for, and a change goes to the file at once. Indexes are record
+ * numbers from 0; one that is not a record of the file answers -1 (and
+ * changes nothing), as does an empty handle.
+ *
+ * Exam pages are GB2312. Their element ids are what the front ends'
+ * scripts find: the radio group "radio<d>" holds the choice of question d
+ * (shown number, from 1) and the name of "answ<d>" begins with the right
+ * letter; a fill-blank page has the text boxes "Blk<ddd>-<kkk>" and the
+ * answers in the names of "answ<ddd>-<kkk>". The images savesample.jpg and
+ * savesentence.jpg go beside the page.
+ * ====================================================================== */
+
+/* One choice question, as stored in a question file (and in a digest of
+ * whole records). Texts are GBK, each ended by a zero byte within its
+ * field; options are stored without their letters. Integers little-endian.
+ * classBits: x 1, c 2, g 4, d 8, t 16. knowledgeCode: five digits, as
+ * "01.234" gives 1234. */
+typedef struct ChoiceQtRecord {
+  char stem[256];
+  char options[5][96];
+  char comment[509]; /* at most 508 bytes; lines separated by a line feed */
+  char reserved1[3];
+  int32_t answer; /* the right option, from 0 */
+  int32_t difficulty;
+  int32_t optionCount;
+  int32_t classBits;
+  int32_t knowledgeCode;
+  char reserved2[8];
+} ChoiceQtRecord;
+TQ_STATIC_ASSERT(sizeof(ChoiceQtRecord) == 1276, "ChoiceQtRecord is 1276 bytes");
+TQ_STATIC_ASSERT(offsetof(ChoiceQtRecord, options) == 256, "options at 256");
+TQ_STATIC_ASSERT(offsetof(ChoiceQtRecord, comment) == 736, "comment at 736");
+TQ_STATIC_ASSERT(offsetof(ChoiceQtRecord, answer) == 1248, "answer at 1248");
+TQ_STATIC_ASSERT(offsetof(ChoiceQtRecord, difficulty) == 1252, "difficulty at 1252");
+TQ_STATIC_ASSERT(offsetof(ChoiceQtRecord, optionCount) == 1256, "optionCount at 1256");
+TQ_STATIC_ASSERT(offsetof(ChoiceQtRecord, classBits) == 1260, "classBits at 1260");
+TQ_STATIC_ASSERT(offsetof(ChoiceQtRecord, knowledgeCode) == 1264, "knowledgeCode at 1264");
+
+/* One fill-blank question: the sentence with each answer in square
+ * brackets in its place. */
+typedef struct FillBlankQtRecord {
+  char text[256];
+  int32_t degree;
+} FillBlankQtRecord;
+TQ_STATIC_ASSERT(sizeof(FillBlankQtRecord) == 260, "FillBlankQtRecord is 260 bytes");
+TQ_STATIC_ASSERT(offsetof(FillBlankQtRecord, degree) == 256, "degree at 256");
+
+/* A record of the question index that vcChoseQts reads: one per question of
+ * a bank, in the bank's order. */
+typedef struct QtIndexRecord {
+  int32_t rangeValueA;
+  int32_t rangeValueB;
+  int32_t knowledgeCode;
+} QtIndexRecord;
+TQ_STATIC_ASSERT(sizeof(QtIndexRecord) == 12, "QtIndexRecord is 12 bytes");
+TQ_STATIC_ASSERT(offsetof(QtIndexRecord, knowledgeCode) == 8, "knowledgeCode at 8");
+
+/* Opens a question file with the given fopen mode: a handle, or -1 when the
+ * file will not open or all nine handles are taken. A failed open keeps its
+ * handle taken for the life of the process. */
+TQ_API int TQ_CALL vcChoiceQtFile_Open(const char* path, const char* mode);
+/* Closes the file and frees the handle. */
+TQ_API void TQ_CALL vcChoiceQtFile_Close(int file);
+/* The number of whole records in the file. */
+TQ_API int TQ_CALL vcChoiceQtFile_GetRecordNum(int file);
+/* Copies the comment (509 bytes of room); bufferSize is not looked at. 0. */
+TQ_API int TQ_CALL vcChoiceQtFile_GetComment(int file, int index, char* buffer, int bufferSize);
+/* Keeps at most 508 bytes of text (never half a character) as the comment
+ * and writes the record back: the records written, 1 (0 when the write
+ * fails, as on a file opened for reading only). */
+TQ_API int TQ_CALL vcChoiceQtFile_SetComment(int file, int index, const char* text);
+TQ_API int TQ_CALL vcChoiceQtFile_GetDifficulty(int file, int index);
+/* Sets one record's difficulty: 1. The index -1 sets every record's: 0. */
+TQ_API int TQ_CALL vcChoiceQtFile_SetDifficulty(int file, int index, int value);
+/* Appends to the digest file the whole record (low byte of wholeRecord
+ * set) or its number as 4 bytes: 1, or -1 when the digest will not open. */
+TQ_API int TQ_CALL vcChoiceQtFile_DigestQt(int file, int index, const char* digestPath, int wholeRecord);
+/* Removes the records of the ascending list of numbers through
+ * "tmptmpdelete.dat" in the working directory: 1, or -1 when that cannot
+ * be made. The file stays open under its handle. */
+TQ_API int TQ_CALL vcChoiceQtFile_CloseAndDeleteQts(int file, int count, const int32_t* indices);
+/* Writes the exam page; the number of questions on it, or -1 when the page
+ * cannot be made. list (may be null): a count, then that many record
+ * numbers; numbers that are not records of the file are passed over. With
+ * neither list nor randomOrder every record is shown in order; randomOrder
+ * shuffles the list (or all numbers). shuffleOptions shuffles each
+ * question's options: pages made within one second shuffle alike.
+ * backgroundImage may be null; showDelete adds a "Delete<n>" image. */
+TQ_API int TQ_CALL vcChoiceQtFile_MakeHtml(int file, const char* htmlPath, int shuffleOptions, int unused,
+                                           const char* backgroundImage, const int32_t* list, int randomOrder,
+                                           int showDelete);
+/* Compiles a question text into a question file, appended to an existing
+ * file unless overwrite is set: 1, or -1 when a file will not open. A
+ * question is written once its bank has had an answer line ("#B"), so the
+ * questions before the first answer line are dropped. A text longer than
+ * its field is cut to it. */
+TQ_API int TQ_CALL vcChoiceQtFile_AddQtTextFile(const char* binaryPath, const char* textPath, int overwrite);
+
+/* The fill-blank file, as the choice file with 260-byte records. */
+TQ_API int TQ_CALL vcFillBlankQtFile_Open(const char* path, const char* mode);
+TQ_API void TQ_CALL vcFillBlankQtFile_Close(int file);
+TQ_API int TQ_CALL vcFillBlankQtFile_GetRecordNum(int file);
+TQ_API int TQ_CALL vcFillBlankQtFile_GetDegree(int file, int index);
+/* One record: 1. The index -1 sets every record: 0. */
+TQ_API int TQ_CALL vcFillBlankQtFile_SetDegree(int file, int index, int value);
+/* One question a line, its leading number dropped; degree 0. 1, or -1. */
+TQ_API int TQ_CALL vcFillBlankQtFile_AddQtTextFile(const char* binaryPath, const char* textPath, int overwrite);
+/* Writes the exam page; the number of questions on it, or -1. Without a
+ * list only records whose degree lies in minDegree..maxDegree are shown
+ * (numbered 1, 2, ... as shown); a listed record is always shown.
+ * showDegree puts "[degree]" in each question's Degree link. A "[" with no
+ * "]" behind it stays as text. */
+TQ_API int TQ_CALL vcFillBlankQtFile_MakeHtml(int file, const char* htmlPath, int showDegree, int minDegree,
+                                              int maxDegree, int unused, const char* backgroundImage,
+                                              const int32_t* list, int randomOrder);
+
+/* "1. He _______ to school." and "B) goes" give "He [goes] to school.";
+ * an option "C) salt, pepper" fills two blanks (seven underscores each).
+ * result needs room for the question plus the option and 4 bytes;
+ * resultSize is not looked at. The length of result. */
+TQ_API int TQ_CALL vcGenChoiceQtSentence(const char* question, const char* option, char* result, int resultSize);
+/* Picks from a question index (QtIndexRecord) the questions that fit:
+ * included (may be null; a count, then ascending numbers) names the only
+ * candidates; rangeLow..rangeHigh (off when either is -1) bounds
+ * rangeValueA, and, when neither secondRangeLow nor secondRangeHigh is -1,
+ * rangeValueB by the same rangeLow..rangeHigh; codeCount codes (a code
+ * ending in 999 stands for its thousand) must hold the knowledgeCode, and
+ * a negative codeCount fits nothing. Writes the numbers to result (room for
+ * one per record; may be null) and answers their count, or -1 when the
+ * index will not open. */
+TQ_API int TQ_CALL vcChoseQts(const char* indexPath, int unusedA, int rangeLow, int rangeHigh, int codeCount,
+                              const int32_t* codes, int unusedB, int secondRangeLow, int secondRangeHigh,
+                              const int32_t* included, int32_t* result);
+/* Shows each text in a message box of its own (no title, OK). */
+TQ_API void TQ_CALL vcTestStringArray(const char* const* strings, int count);
+
+/* The usage test: one open per process. The file's first line is the
+ * number of questions; then four lines a question: the question, and three
+ * options whose first byte is a marker ("$" on the right one). Opens the
+ * file (replacing an earlier one): the number of questions, or -1. */
+TQ_API int TQ_CALL vcOpenUsageTest(const char* path);
+/* Puts the next question in the four windows (options without their
+ * marker) and answers the place of the last option marked "$", 0 to 2.
+ * With none marked the answer is questionWindow itself, and with no test
+ * open -1: anything but 0, 1 and 2 means no answer. Past the end of the
+ * file the windows get the last line again. */
+TQ_API int TQ_CALL vcGetUsageQt(int questionWindow, int optionWindow0, int optionWindow1, int optionWindow2);
+TQ_API void TQ_CALL vcCloseUsageTest(void);
+
+/* (end of quizzes) */
+
+/* ======================================================================
  * Pages: word detail and printable quiz pages
  *
  * Pages are GB2312 and name their images by bare file name, so the images

@@ -28,6 +28,8 @@ int PageCommand(const Args& args);
 
 // (notebook)
 int NotebookCommand(const Args& args);
+// (quiz)
+int QuizCommand(const Args& args);
 
 
 // GBK text from the library, shown on a terminal that may speak UTF-8.

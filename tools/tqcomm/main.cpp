@@ -123,6 +123,8 @@ const Command kCommands[] = {
     // (notebook)
     {"notebook", tqcomm::NotebookCommand,
      "notebook add WORD [--pron P] [--mean M] [--dict DIR] | list | remove WORD... | show --png OUT.png"},
+    // (quiz)
+    {"quiz", tqcomm::QuizCommand, "quiz build|page|print|import ...   (tqcomm quiz --help)"},
 
 };
 

@@ -828,6 +828,7 @@ TQ_API int TQ_CALL vcUnlink(const char* path);
 /* Renames a file or folder: 0, or -1. */
 TQ_API int TQ_CALL vcRename(const char* oldPath, const char* newPath);
 /* Deletes the file of that name in the Windows folder: 1, or 0. */
+TQ_API int TQ_CALL vcDeleteWinPathFile(const char* name);
 /* Clears and deletes every file of the folder, then removes the folder: 1
  * when it is gone, 0 when it stays (it holds a subfolder, or is missing). */
 TQ_API int TQ_CALL vcDeleteAllFile(const char* folder);
@@ -896,9 +897,14 @@ TQ_API int TQ_CALL vcRemoveNavigateSnd(char* buffer);
  * folder + "\" + linkName (name it "*.desktop" for the desktop to show it),
  * keeping target, arguments, working folder and the hot key (the byte, with
  * Ctrl and Alt). 1, or 0. */
+TQ_API int TQ_CALL vcAddShortCutToDeskTop(const char* target, const char* arguments, const char* linkName,
+                                          const char* workingFolder, int hotKey);
 /* Delete a file of the desktop, of a group of the programs menu, of the
  * start menu: 1, or 0. The start menu's first shows the name in a message
  * box with an empty title. */
+TQ_API int TQ_CALL vcDeleteDeskTopShortCut(const char* name);
+TQ_API int TQ_CALL vcDeleteItemInProgramGroup(const char* group, const char* item);
+TQ_API int TQ_CALL vcDeleteItemInStartMenu(const char* name);
 
 /* Runs the program of the classes root's "http\shell\open\command" (its
  * path taken from the value's second byte to the next double quote) on the
@@ -912,21 +918,31 @@ TQ_API int TQ_CALL vcSendMailTo(const char* address, const char* subject);
 TQ_API int TQ_CALL vcHtmlHelp(const char* path);
 /* Runs wordpad from the Windows folder's drive on the file, or says in a
  * message box that it cannot be found. */
+TQ_API void TQ_CALL vcDispFileInWordpad(const char* path);
 /* Installs the speech character and voice from "tts\" when the Windows
  * folder lacks them: 0 when the voice is there, else 1. */
+TQ_API int TQ_CALL vcMakeSureGenieCharacterExist(void);
 /* Starts the companion program at path unless its window answers 804 or
  * more to message 3369 (that answer is returned); else the result of the
  * start, as WinExec answers (above 31 when it runs). */
+TQ_API int TQ_CALL vcStartSp(const char* path);
 /* The first CD drive (type 5), A to Z, where the file exists below the
  * drive's root: its letter, or 0. */
+TQ_API int TQ_CALL vcIfCDROMReady(const char* file);
 /* The same with "X:" in driveOut: 1, or 0. */
+TQ_API int TQ_CALL vcIfCdFileReady(const char* file, char* driveOut);
 /* The system folder into buffer (100 bytes): its length; the room needed
  * (buffer untouched) when it does not fit. */
+TQ_API int TQ_CALL vcGetSystemDir(char* buffer);
 /* The system's family: 1 NT before 5, 2 the older family before 4.1, 3 NT 5
  * and later, 4 the older family from 4.1, 5 NT x.1 from 5. */
+TQ_API int TQ_CALL vcNtOr95(void);
 /* 1 when the system's major version is below 6. */
+TQ_API int TQ_CALL vcIsXpCompitableInVista(void);
 /* The window of exactly that title, or 0. */
+TQ_API int TQ_CALL vcFindWindow(const char* title);
 /* The cursor's screen position. 1, or 0. */
+TQ_API int TQ_CALL vcGetMousePosition(int32_t* x, int32_t* y);
 /* A 16-bit value widened without sign. */
 TQ_API int TQ_CALL vcVbIntegerToUnsigned(int value);
 TQ_API int TQ_CALL vcBitAnd(int a, int b);
@@ -952,10 +968,18 @@ TQ_API int TQ_CALL vcIsAllDigit(const char* text);
  * ====================================================================== */
 
 /* Opens the feed's lock into the slot: its handle, or 0. */
+TQ_API int TQ_CALL vcInitKuvAdv(void);
+TQ_API int TQ_CALL vcInitKuvAdvForNore(void);
 /* Closes the lock in the slot (either name, one routine): 1, or 0. */
+TQ_API int TQ_CALL vcEndKuvAdv(void);
+TQ_API int TQ_CALL vcEndKuvAdvForNore(void);
 /* The number of messages numbered above the last-seen number; path, when
  * given, replaces the message file. -2 when it cannot be opened. */
+TQ_API int TQ_CALL vcIfNewMsgExist(const char* path);
+TQ_API int TQ_CALL vcIfNewMsgExistForNore(const char* path);
 /* Replaces the last-seen file by the number (no line end): 1, or -1. */
+TQ_API int TQ_CALL vcSetMaxViewedMsg(int number);
+TQ_API int TQ_CALL vcSetMaxViewedMsgForNore(int number);
 
 /* (end of message feed) */
 

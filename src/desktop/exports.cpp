@@ -1,7 +1,11 @@
 // The desktop exports: thin wrappers over the file services, the shell and
 // start-up services and the message feed.
 #include "desktop/file_services.h"
+#include "desktop/host_services.h"
+#include "desktop/message_feed.h"
 #include "desktop/shell.h"
+#include "platform/host.h"
+#include "platform/system.h"
 #include "platform/env.h"
 #include "tqcomm2006.h"
 
@@ -35,6 +39,11 @@ TQ_API int TQ_CALL vcUnlink(const char* path) { return DeleteOneFile(path, false
 
 TQ_API int TQ_CALL vcRename(const char* oldPath, const char* newPath) {
   return tq::env::Rename(oldPath, newPath) ? 0 : -1;
+}
+
+TQ_API int TQ_CALL vcDeleteWinPathFile(const char* name) {
+  if (name == nullptr) return 0;
+  return DeleteOneFile(InWindowsFolder(name).c_str(), false) ? 1 : 0;
 }
 
 TQ_API int TQ_CALL vcDeleteAllFile(const char* folder) { return DeleteFolderAndFiles(folder); }
@@ -104,6 +113,23 @@ TQ_API int TQ_CALL vcSetNavigateSnd(const char* path) { return SetNavigateSound(
 
 TQ_API int TQ_CALL vcRemoveNavigateSnd(char* buffer) { return RemoveNavigateSound(buffer); }
 
+TQ_API int TQ_CALL vcAddShortCutToDeskTop(const char* target, const char* arguments, const char* linkName,
+                                          const char* workingFolder, int hotKey) {
+  return AddDesktopShortcut(target, arguments, linkName, workingFolder, hotKey);
+}
+
+TQ_API int TQ_CALL vcDeleteDeskTopShortCut(const char* name) {
+  if (name == nullptr) return 0;
+  return DeleteInSpecialFolder(tq::host::kCsidlDesktop, name);
+}
+
+TQ_API int TQ_CALL vcDeleteItemInProgramGroup(const char* group, const char* item) {
+  if (group == nullptr || item == nullptr) return 0;
+  return DeleteInSpecialFolder(tq::host::kCsidlPrograms, std::string(group) + "\\" + item);
+}
+
+TQ_API int TQ_CALL vcDeleteItemInStartMenu(const char* name) { return DeleteStartMenuItem(name); }
+
 TQ_API int TQ_CALL vcHttpPage(const char* url) { return RunShellCommand(kHttpCommandKey, url ? url : ""); }
 
 TQ_API int TQ_CALL vcSendMailTo(const char* address, const char* subject) {
@@ -111,6 +137,34 @@ TQ_API int TQ_CALL vcSendMailTo(const char* address, const char* subject) {
 }
 
 TQ_API int TQ_CALL vcHtmlHelp(const char* path) { return OpenHelpFile(path); }
+
+TQ_API void TQ_CALL vcDispFileInWordpad(const char* path) { DisplayInWordpad(path); }
+
+TQ_API int TQ_CALL vcMakeSureGenieCharacterExist(void) { return MakeSureSpeechComponents(); }
+
+TQ_API int TQ_CALL vcStartSp(const char* path) { return StartCompanion(path); }
+
+TQ_API int TQ_CALL vcIfCDROMReady(const char* file) { return FindCdWithFile(file, nullptr); }
+
+TQ_API int TQ_CALL vcIfCdFileReady(const char* file, char* driveOut) {
+  return FindCdWithFile(file, driveOut) != 0 ? 1 : 0;
+}
+
+TQ_API int TQ_CALL vcGetSystemDir(char* buffer) { return SystemDirectory(buffer); }
+
+TQ_API int TQ_CALL vcNtOr95(void) { return HostSystemFamily(); }
+
+TQ_API int TQ_CALL vcIsXpCompitableInVista(void) { return HostMajorVersion() < 6 ? 1 : 0; }
+
+TQ_API int TQ_CALL vcFindWindow(const char* title) { return title != nullptr ? tq::host::FindWindowA(title) : 0; }
+
+TQ_API int TQ_CALL vcGetMousePosition(int32_t* x, int32_t* y) {
+  int cx = 0, cy = 0;
+  if (x == nullptr || y == nullptr || !tq::host::GetCursorPos(&cx, &cy)) return 0;
+  *x = cx;
+  *y = cy;
+  return 1;
+}
 
 TQ_API int TQ_CALL vcVbIntegerToUnsigned(int value) { return value & 0xFFFF; }
 
@@ -121,5 +175,35 @@ TQ_API int TQ_CALL vcBitOr(int a, int b) { return a | b; }
 TQ_API int TQ_CALL vcBitXor(int a, int b) { return a ^ b; }
 
 TQ_API int TQ_CALL vcIsAllDigit(const char* text) { return IsAllDigit(text); }
+
+// The message feed.
+
+TQ_API int TQ_CALL vcInitKuvAdv(void) { return StartFeedGuard(tq::host::WindowsFolder(), kFirstFeed.lock); }
+
+TQ_API int TQ_CALL vcInitKuvAdvForNore(void) {
+  return StartFeedGuard(tq::host::WindowsFolder(), kSecondFeed.lock);
+}
+
+TQ_API int TQ_CALL vcEndKuvAdv(void) { return EndFeedGuard(); }
+
+TQ_API int TQ_CALL vcEndKuvAdvForNore(void) { return EndFeedGuard(); }
+
+TQ_API int TQ_CALL vcIfNewMsgExist(const char* path) {
+  std::string messages = path != nullptr && path[0] != '\0' ? path : InWindowsFolder(kFirstFeed.messages);
+  return CountNewMessages(messages, InWindowsFolder(kFirstFeed.lastSeen));
+}
+
+TQ_API int TQ_CALL vcIfNewMsgExistForNore(const char* path) {
+  std::string messages = path != nullptr && path[0] != '\0' ? path : InWindowsFolder(kSecondFeed.messages);
+  return CountNewMessages(messages, InWindowsFolder(kSecondFeed.lastSeen));
+}
+
+TQ_API int TQ_CALL vcSetMaxViewedMsg(int number) {
+  return WriteLastSeen(InWindowsFolder(kFirstFeed.lastSeen), number);
+}
+
+TQ_API int TQ_CALL vcSetMaxViewedMsgForNore(int number) {
+  return WriteLastSeen(InWindowsFolder(kSecondFeed.lastSeen), number);
+}
 
 }  // extern "C"

@@ -114,7 +114,8 @@ int CountAbove(std::FILE* messages, int lastSeen) {
 int CountNewMessages(const std::string& messagePath, const std::string& lastSeenPath) {
   int lastSeen = ReadLastSeen(lastSeenPath);
   Guarded guard;
-  std::FILE* f = env::Open(messagePath.c_str(), "rb");
+  // A folder opens for reading here, but holds no messages.
+  std::FILE* f = env::IsDirectory(messagePath.c_str()) ? nullptr : env::Open(messagePath.c_str(), "rb");
   if (f == nullptr) return kNoMessageFile;
   int count = CountAbove(f, lastSeen);
   std::fclose(f);

@@ -112,6 +112,10 @@ const Command kCommands[] = {
     // (page)
     {"page", tqcomm::PageCommand, "page WORD [-o DIR] [--dict DIR]"},
 
+    // (feed, startup)
+    {"feed", tqcomm::FeedCommand, "feed count [--partner 2] [--file PATH] | feed seen N [--partner 2]"},
+    {"startup", tqcomm::StartupCommand, "startup add NAME COMMAND | remove NAME | list NAME... | check NAME COMMAND"},
+
 };
 
 int Usage() {

@@ -1,6 +1,7 @@
 // tqcomm feed and tqcomm startup, run as a person runs them, on a scratch
 // Windows folder and registry store.
 #include <string>
+#include <vector>
 
 #include "desktop_util.h"
 
@@ -14,6 +15,21 @@ class DesktopTool : public tqtest::TempDirTest {
                       TQCOMM_BIN + " " + words + " 2>&1";
     return tqtest::Run(cmd, out);
   }
+  // Runs each step; what it prints is compared where a step names it.
+  struct Step {
+    std::string words;
+    int code;
+    std::string out;
+  };
+  void RunSteps(const std::vector<Step>& steps) {
+    for (const Step& s : steps) {
+      std::string out;
+      EXPECT_EQ(Tool(s.words, &out), s.code) << s.words << ": " << out;
+      if (!s.out.empty()) {
+        EXPECT_EQ(out, s.out) << s.words;
+      }
+    }
+  }
 };
 
 TEST_F(DesktopTool, FeedCountsAndMarksSeen) {
@@ -21,11 +37,7 @@ TEST_F(DesktopTool, FeedCountsAndMarksSeen) {
   EXPECT_EQ(Tool("feed count", &out), 1);
   EXPECT_EQ(out, "tqcomm: no message file " + Path("windows") + "/velmarkadv.txt\n");
   tqtest::WriteFile(Path("windows/vlkjbadv.txt"), "1." + tqtest::G(u8"新词") + "\r\n2.b\r\n3.c\r\n");
-  struct Step {
-    std::string words;
-    int code;
-    std::string out;
-  } steps[] = {
+  RunSteps({
       {"feed count --partner 2", 0, "3\n"},
       {"feed seen 2 --partner 2", 0, ""},
       {"feed count --partner 2", 0, "1\n"},
@@ -35,23 +47,12 @@ TEST_F(DesktopTool, FeedCountsAndMarksSeen) {
       {"feed count --partner 3", 2, ""},
       {"feed", 2, ""},
       {"feed --help", 0, ""},
-  };
-  for (const Step& s : steps) {
-    EXPECT_EQ(Tool(s.words, &out), s.code) << s.words << ": " << out;
-    if (s.code == 0 && !s.out.empty()) {
-      EXPECT_EQ(out, s.out) << s.words;
-    }
-  }
+  });
   EXPECT_EQ(tqtest::ReadFile(Path("windows/vlkjbadv.no")), "2");
 }
 
 TEST_F(DesktopTool, StartupEntriesAddListCheckAndRemove) {
-  std::string out;
-  struct Step {
-    std::string words;
-    int code;
-    std::string out;
-  } steps[] = {
+  RunSteps({
       {"startup add Tq 'c:\\tq\\tq.exe /min'", 0, ""},
       {"startup add " + std::string(u8"青砚") + " '/opt/" + u8"青砚" + "/run'", 0, ""},
       {"startup list Tq " + std::string(u8"青砚") + " None", 1,
@@ -65,13 +66,7 @@ TEST_F(DesktopTool, StartupEntriesAddListCheckAndRemove) {
       {"startup remove Tq", 1, "tqcomm: no entry Tq\n"},
       {"startup add OnlyName", 2, ""},
       {"startup", 2, ""},
-  };
-  for (const Step& s : steps) {
-    EXPECT_EQ(Tool(s.words, &out), s.code) << s.words << ": " << out;
-    if (!s.out.empty()) {
-      EXPECT_EQ(out, s.out) << s.words;
-    }
-  }
+  });
 }
 
 }  // namespace

@@ -97,13 +97,6 @@ TEST_F(MessageFeedTest, TheGuardIsOneSlotAndLivesInTheWindowsFolder) {
   EXPECT_TRUE(tqtest::Exists(Win("vlkjbadv.lock")));
   EXPECT_EQ(vcEndKuvAdvForNore(), 1);
   EXPECT_EQ(vcEndKuvAdv(), 0);  // the one slot is empty now
-  // Guarded or not, the files are read and written the same.
-  WriteFile(Win("velmarkadv.txt"), "1.a\n2.b\n");
-  EXPECT_EQ(vcSetMaxViewedMsg(1), 1);
-  vcInitKuvAdv();
-  EXPECT_EQ(vcIfNewMsgExist(nullptr), 1);
-  EXPECT_EQ(vcSetMaxViewedMsg(2), 1);
-  EXPECT_EQ(vcIfNewMsgExist(nullptr), 0);
   // A Windows folder that cannot be made leaves the feed unguarded.
   WriteFile("file", "");
   setenv("TQCOMM_WINDOWS", Path("file/windows").c_str(), 1);

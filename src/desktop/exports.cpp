@@ -4,9 +4,9 @@
 #include "desktop/host_services.h"
 #include "desktop/message_feed.h"
 #include "desktop/shell.h"
+#include "platform/env.h"
 #include "platform/host.h"
 #include "platform/system.h"
-#include "platform/env.h"
 #include "tqcomm2006.h"
 
 using namespace tq::desktop;

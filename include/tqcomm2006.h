@@ -837,7 +837,7 @@ TQ_API int TQ_CALL vcBatDeleteFile(const char* pattern);
 /* Deletes the folder's files "st5unst.*"; the number deleted. */
 TQ_API int TQ_CALL vcDeleteSt5unst(const char* folder);
 
-/* One temporary file for the whole process, not locked. Open makes it anew
+/* One temporary file for the whole process, all threads. Open makes it anew
  * (closing one still open): 1, or -1. Write adds the text with no line end,
  * in spite of its name: 1, or -1 with no file. Close: 0, or -1. */
 TQ_API int TQ_CALL vcOpenTmpFile(const char* path);

@@ -205,7 +205,7 @@ TEST_F(CommandLineTest, ProgramsAreFoundAsTheFrontEndsPlatformFindsThem) {
   EXPECT_EQ(tq::desktop::WinExec("./bad.exe"), 11);
 }
 
-TEST_F(CommandLineTest, AStartedProgramOutlivesNoOneAndIsNotWaitedFor) {
+TEST_F(CommandLineTest, AStartedProgramRunsInASessionOfItsOwnUnwaitedFor) {
   // The program sleeps; the start comes back at once, and the program runs
   // in a session of its own.
   WriteFile("slow", "#!/bin/sh\ncut -d\" \" -f6 /proc/$$/stat > sid.part; mv sid.part sid\nsleep 1\n");

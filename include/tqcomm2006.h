@@ -1078,6 +1078,200 @@ TQ_API int TQ_CALL vcGenPrintableHtml(const char* srcPath, const char* dstPath, 
 
 /* (end of pages) */
 
+/* ======================================================================
+ * File services
+ *
+ * Copies and deletions where "clears the mark" means a read-only file is
+ * made writable by its owner again first. Groups pass over a file that
+ * cannot be copied or deleted; folders are never copied or deleted as files.
+ * ====================================================================== */
+
+/* A file kept in a record the caller owns. vcCloseFileForVb closes it
+ * (pass &record.hFile). */
+typedef struct FileForVb {
+  TqStream hFile; /* the open file (0 = none) */
+  char path[260]; /* the path it was opened with, cut to 259 bytes */
+} FileForVb;
+
+TQ_STATIC_ASSERT(offsetof(FileForVb, path) == 4, "FileForVb.path");
+TQ_STATIC_ASSERT(sizeof(FileForVb) == 264, "FileForVb size");
+
+/* Clears the source's mark, copies over the destination (the copy keeps the
+ * source's write time), clears the copy's mark. 1, or 0. */
+TQ_API int TQ_CALL vcCopyFile(const char* source, const char* destination);
+/* Copies every file matching the wildcard pattern into the folder and
+ * clears each copy's mark; the number copied. */
+TQ_API int TQ_CALL vcCopyGroupFile(const char* pattern, const char* folder);
+/* Copies every file of a folder (no subfolders) into another; the number. */
+TQ_API int TQ_CALL vcCopyAllFile(const char* sourceFolder, const char* destinationFolder);
+/* Copies only when the source's last write is later than the destination's
+ * (a missing destination is older). 1 when copied, else 0. */
+TQ_API int TQ_CALL vcCopyNewerFile(const char* source, const char* destination);
+/* Clears the destination's mark and appends the source to it. 0, or -1
+ * when either will not open. */
+TQ_API int TQ_CALL vcAppendFile(const char* source, const char* destination);
+/* Clears the mark and deletes: 1, or 0. */
+TQ_API int TQ_CALL vcDeleteFile(const char* path);
+/* Deletes: 0, or -1. */
+TQ_API int TQ_CALL vcUnlink(const char* path);
+/* Renames a file or folder: 0, or -1. */
+TQ_API int TQ_CALL vcRename(const char* oldPath, const char* newPath);
+/* Deletes the file of that name in the Windows folder: 1, or 0. */
+TQ_API int TQ_CALL vcDeleteWinPathFile(const char* name);
+/* Clears and deletes every file of the folder, then removes the folder: 1
+ * when it is gone, 0 when it stays (it holds a subfolder, or is missing). */
+TQ_API int TQ_CALL vcDeleteAllFile(const char* folder);
+/* Clears and deletes every file matching the pattern; the number deleted. */
+TQ_API int TQ_CALL vcBatDeleteFile(const char* pattern);
+/* Deletes the folder's files "st5unst.*"; the number deleted. */
+TQ_API int TQ_CALL vcDeleteSt5unst(const char* folder);
+
+/* One temporary file for the whole process, all threads. Open makes it anew
+ * (closing one still open): 1, or -1. Write adds the text with no line end,
+ * in spite of its name: 1, or -1 with no file. Close: 0, or -1. */
+TQ_API int TQ_CALL vcOpenTmpFile(const char* path);
+TQ_API int TQ_CALL vcWriteTmpFileLine(const char* text);
+TQ_API int TQ_CALL vcCloseTmpFile(void);
+
+/* Keeps the path and opens the file with the fopen mode: 1, or -1. */
+TQ_API int TQ_CALL vcOpenFileForVb(FileForVb* record, const char* path, const char* mode);
+/* Write the text; ALine adds "\r\n". 1, or -1. */
+TQ_API int TQ_CALL vcWriteFileForVb(FileForVb* record, const char* text);
+TQ_API int TQ_CALL vcWriteFileForVbALine(FileForVb* record, const char* text);
+/* Reads a line of at most size - 1 bytes (its line end kept unless
+ * trimRight, which removes trailing blanks, tabs, CR and LF; trimLeft
+ * removes leading blanks and tabs). Its length, or -1 at the end of the
+ * file (and for a size below 2). */
+TQ_API int TQ_CALL vcReadFileForVb(FileForVb* record, char* buffer, int size, int trimLeft, int trimRight);
+
+/* Files of 32-bit little-endian integers; 0 when the file will not open.
+ * Write makes the file anew: the number written. Read: the number read
+ * (none for a count of -1). Elements: the length divided by 4. */
+TQ_API int TQ_CALL vcWriteIntArrayToFile(const char* path, const int32_t* values, int count);
+TQ_API int TQ_CALL vcReadIntArrayFromFile(const char* path, int32_t* values, int count);
+TQ_API int TQ_CALL vcGetIntArrayFileElements(const char* path);
+
+/* (end of file services) */
+
+/* ======================================================================
+ * Registry, shell and start-up
+ *
+ * On Linux the registry values live in the store of vcGetKeyValueInt; the
+ * Windows, system and special folders, windows, drives, the cursor and the
+ * system's version are the host's (tqhost.h). Programs are started as
+ * detached processes: a command line is split into words as a shell would,
+ * with backslashes kept as path separators and Windows paths mapped.
+ * ====================================================================== */
+
+/* Start-up entries under the local machine's
+ * "SOFTWARE\Microsoft\Windows\CurrentVersion\Run" (RunServices for the
+ * Service pair). 0, or -1. */
+TQ_API int TQ_CALL vcSetStartupRun(const char* name, const char* command);
+TQ_API int TQ_CALL vcRemoveStartupRun(const char* name);
+/* 1 when the entry holds the command, compared without regard to case (an
+ * entry of more than 117 bytes never matches), else 0. */
+TQ_API int TQ_CALL vcIfStartupRun(const char* name, const char* command);
+/* vcSetStartupRun unless vcIfStartupRun is true: 0, or -1. */
+TQ_API int TQ_CALL vcMakeSureStartupRun(const char* name, const char* command);
+TQ_API int TQ_CALL vcSetStartupRunService(const char* name, const char* command);
+TQ_API int TQ_CALL vcRemoveStartupRunService(const char* name);
+
+/* The navigation sound: the current user's
+ * "AppEvents\Schemes\Apps\Explorer\Navigating\.Current", unnamed value.
+ * Remove reads the old path into buffer (200 bytes) and stores "". 0, or -1. */
+TQ_API int TQ_CALL vcSetNavigateSnd(const char* path);
+TQ_API int TQ_CALL vcRemoveNavigateSnd(char* buffer);
+
+/* A shortcut on the desktop: a freedesktop entry written at the desktop
+ * folder + "\" + linkName (name it "*.desktop" for the desktop to show it),
+ * keeping target, arguments, working folder and the hot key (the byte, with
+ * Ctrl and Alt). 1, or 0. */
+TQ_API int TQ_CALL vcAddShortCutToDeskTop(const char* target, const char* arguments, const char* linkName,
+                                          const char* workingFolder, int hotKey);
+/* Delete a file of the desktop, of a group of the programs menu, of the
+ * start menu: 1, or 0. The start menu's first shows the name in a message
+ * box with an empty title. */
+TQ_API int TQ_CALL vcDeleteDeskTopShortCut(const char* name);
+TQ_API int TQ_CALL vcDeleteItemInProgramGroup(const char* group, const char* item);
+TQ_API int TQ_CALL vcDeleteItemInStartMenu(const char* name);
+
+/* Runs the program of the classes root's "http\shell\open\command" (its
+ * path taken from the value's second byte to the next double quote) on the
+ * address: 0, or -1 when the key or value is missing. */
+TQ_API int TQ_CALL vcHttpPage(const char* url);
+/* The same with "mailto\shell\open\command" on "mailto:" + address, and
+ * "?subject=" + subject when there is one. */
+TQ_API int TQ_CALL vcSendMailTo(const char* address, const char* subject);
+/* Opens a help file with the machine's viewer (xchm, kchmviewer, else
+ * xdg-open): 1, or 0 when the file or a viewer is missing. */
+TQ_API int TQ_CALL vcHtmlHelp(const char* path);
+/* Runs wordpad from the Windows folder's drive on the file, or says in a
+ * message box that it cannot be found. */
+TQ_API void TQ_CALL vcDispFileInWordpad(const char* path);
+/* Installs the speech character and voice from "tts\" when the Windows
+ * folder lacks them: 0 when the voice is there, else 1. */
+TQ_API int TQ_CALL vcMakeSureGenieCharacterExist(void);
+/* Starts the companion program at path unless its window answers 804 or
+ * more to message 3369 (that answer is returned); else the result of the
+ * start, as WinExec answers (above 31 when it runs). */
+TQ_API int TQ_CALL vcStartSp(const char* path);
+/* The first CD drive (type 5), A to Z, where the file exists below the
+ * drive's root: its letter, or 0. */
+TQ_API int TQ_CALL vcIfCDROMReady(const char* file);
+/* The same with "X:" in driveOut: 1, or 0. */
+TQ_API int TQ_CALL vcIfCdFileReady(const char* file, char* driveOut);
+/* The system folder into buffer (100 bytes): its length; the room needed
+ * (buffer untouched) when it does not fit. */
+TQ_API int TQ_CALL vcGetSystemDir(char* buffer);
+/* The system's family: 1 NT before 5, 2 the older family before 4.1, 3 NT 5
+ * and later, 4 the older family from 4.1, 5 NT x.1 from 5. */
+TQ_API int TQ_CALL vcNtOr95(void);
+/* 1 when the system's major version is below 6. */
+TQ_API int TQ_CALL vcIsXpCompitableInVista(void);
+/* The window of exactly that title, or 0. */
+TQ_API int TQ_CALL vcFindWindow(const char* title);
+/* The cursor's screen position. 1, or 0. */
+TQ_API int TQ_CALL vcGetMousePosition(int32_t* x, int32_t* y);
+/* A 16-bit value widened without sign. */
+TQ_API int TQ_CALL vcVbIntegerToUnsigned(int value);
+TQ_API int TQ_CALL vcBitAnd(int a, int b);
+TQ_API int TQ_CALL vcBitOr(int a, int b);
+TQ_API int TQ_CALL vcBitXor(int a, int b);
+/* 1 when every byte is a digit (the empty text too), else 0. */
+TQ_API int TQ_CALL vcIsAllDigit(const char* text);
+
+/* (end of registry, shell and start-up) */
+
+/* ======================================================================
+ * Message feed
+ *
+ * Two feeds of new-message counts, files in the Windows folder: the first
+ * "velmarkadv.txt" (lines "number.text"; an empty line ends it) and the
+ * last-seen number "velmarkadv.no", the second "vlkjbadv.txt" and
+ * "vlkjbadv.no". Every open of these files is guarded by a named lock that
+ * holds across processes ("VelmarkAdv", "vlkjbadv": on Linux the file
+ * "<name>.lock" in the Windows folder, locked with flock), waited for at
+ * most 3,000 ms; a wait that runs out does not stop the access. Both feeds
+ * keep the lock in one slot: the Init called last decides the lock that
+ * both wait for. Without an Init nothing is guarded.
+ * ====================================================================== */
+
+/* Opens the feed's lock into the slot: its handle, or 0. */
+TQ_API int TQ_CALL vcInitKuvAdv(void);
+TQ_API int TQ_CALL vcInitKuvAdvForNore(void);
+/* Closes the lock in the slot (either name, one routine): 1, or 0. */
+TQ_API int TQ_CALL vcEndKuvAdv(void);
+TQ_API int TQ_CALL vcEndKuvAdvForNore(void);
+/* The number of messages numbered above the last-seen number; path, when
+ * given, replaces the message file. -2 when it cannot be opened. */
+TQ_API int TQ_CALL vcIfNewMsgExist(const char* path);
+TQ_API int TQ_CALL vcIfNewMsgExistForNore(const char* path);
+/* Replaces the last-seen file by the number (no line end): 1, or -1. */
+TQ_API int TQ_CALL vcSetMaxViewedMsg(int number);
+TQ_API int TQ_CALL vcSetMaxViewedMsgForNore(int number);
+
+/* (end of message feed) */
+
 #ifdef __cplusplus
 }
 #endif

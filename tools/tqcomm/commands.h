@@ -30,6 +30,9 @@ int PageCommand(const Args& args);
 int NotebookCommand(const Args& args);
 // (quiz)
 int QuizCommand(const Args& args);
+// (feed, startup)
+int FeedCommand(const Args& args);
+int StartupCommand(const Args& args);
 
 
 // GBK text from the library, shown on a terminal that may speak UTF-8.

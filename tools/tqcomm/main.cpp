@@ -125,6 +125,9 @@ const Command kCommands[] = {
      "notebook add WORD [--pron P] [--mean M] [--dict DIR] | list | remove WORD... | show --png OUT.png"},
     // (quiz)
     {"quiz", tqcomm::QuizCommand, "quiz build|page|print|import ...   (tqcomm quiz --help)"},
+    // (feed, startup)
+    {"feed", tqcomm::FeedCommand, "feed count [--partner 2] [--file PATH] | feed seen N [--partner 2]"},
+    {"startup", tqcomm::StartupCommand, "startup add NAME COMMAND | remove NAME | list NAME... | check NAME COMMAND"},
 
 };
 

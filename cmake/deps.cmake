@@ -2,3 +2,7 @@
 # that needs one adds it here, so that the library, the tests and the tool
 # link the same set.
 list(APPEND TQ_LINK_LIBS pthread)
+# Sound: MPEG audio decoding on libmpg123, MP3 encoding on LAME.
+pkg_check_modules(MPG123 REQUIRED IMPORTED_TARGET libmpg123)
+pkg_check_modules(MP3LAME REQUIRED IMPORTED_TARGET lame)
+list(APPEND TQ_LINK_LIBS PkgConfig::MPG123 PkgConfig::MP3LAME)

@@ -3,6 +3,7 @@
 #include <string>
 
 #include "sound_util.h"
+#include "tqhost.h"
 
 using namespace tqtest;
 
@@ -159,6 +160,47 @@ TEST_F(WaveFile, SeeksAndQueries) {
   CloseWaveFile(&copy);
   CloseWaveFile(&w_);
   EXPECT_EQ(ReadFile("copy.wav"), PcmWave(1, 22050, 16, ""));
+}
+
+}  // namespace
+
+namespace {
+
+std::string g_played;
+int Player(const char* path, unsigned flags) {
+  g_played += std::string(path ? path : "-") + ":" + std::to_string(flags) + ";";
+  return 7;
+}
+int g_dispatched = 0;
+intptr_t TQ_CALL Proc(int, unsigned message, uintptr_t, intptr_t) {
+  g_dispatched = g_dispatched * 10 + static_cast<int>(message);
+  return 0;
+}
+
+TEST(WaveDevice, ButtonSoundsNeedADeviceAndDoEventsTakesOneMessage) {
+  tqHost_SetSoundPlayer(Player);
+  tqHost_SetAudioDeviceCount(0);
+  EXPECT_EQ(vcIfAudioReady(), 0);
+  EXPECT_EQ(vcButtonEnterSound("a.wav"), 0);
+  EXPECT_EQ(g_played, "");  // nothing played without a device
+  tqHost_SetAudioDeviceCount(2);
+  EXPECT_EQ(vcIfAudioReady(), 2);
+  EXPECT_EQ(vcButtonEnterSound("a.wav") + vcButtonDownSound("b.wav") + vcButtonUpSound("c.wav"), 21);
+  EXPECT_EQ(g_played, "a.wav:3;b.wav:3;c.wav:3;");  // asynchronous, no default sound
+  tqHost_SetSoundPlayer(nullptr);
+  tqHost_SetAudioDeviceCount(-1);
+
+  int w = tqHost_CreateWindow("", 1, 1);
+  tqHost_SetWindowProc(w, Proc);
+  EXPECT_EQ(DoEvents(), 0);
+  tqHost_PostMessage(w, 1, 0, 0);
+  tqHost_PostMessage(w, 2, 0, 0);
+  EXPECT_EQ(DoEvents(), 1);
+  EXPECT_EQ(g_dispatched, 1);
+  EXPECT_EQ(DoEvents(), 1);
+  EXPECT_EQ(DoEvents(), 0);
+  EXPECT_EQ(g_dispatched, 12);
+  tqHost_DestroyWindow(w);
 }
 
 }  // namespace

@@ -1,6 +1,8 @@
 // The sound exports: wave files, segments and conversions, MP3 in both
 // directions. Records and paths come from the caller; a null record or
 // output answers the family's failure value at once.
+#include "platform/devices.h"
+#include "platform/host.h"
 #include "sound/mp3_encoder.h"
 #include "sound/mp3_to_wave.h"
 #include "sound/wave_convert.h"
@@ -50,6 +52,16 @@ TQ_API int TQ_CALL vcGetWaveFilePara(const char* path, int32_t* para) {
   return para == nullptr ? -1 : s::GetParameters(path, para);
 }
 TQ_API int TQ_CALL vcGetWaveFileLenInTime(const char* path) { return s::LengthInTime(path); }
+
+TQ_API int TQ_CALL vcIfAudioReady(void) { return tq::host::WaveOutDeviceCount(); }
+TQ_API int TQ_CALL DoEvents(void) { return tq::host::DispatchOneMessage(); }
+TQ_API int TQ_CALL vcButtonEnterSound(const char* path) {
+  if (vcIfAudioReady() == 0) return 0;
+  return tq::host::PlaySoundFile(path, tq::host::kSndAsync | tq::host::kSndNoDefault);
+}
+// Down and Up are one routine under two names.
+TQ_API int TQ_CALL vcButtonDownSound(const char* path) { return vcButtonEnterSound(path); }
+TQ_API int TQ_CALL vcButtonUpSound(const char* path) { return vcButtonDownSound(path); }
 
 TQ_API int TQ_CALL ExtractWaveSeg(const char* srcPath, const char* dstPath, int startMs, int endMs, void* buffer,
                                   int bufferSize) {

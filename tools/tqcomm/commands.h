@@ -22,6 +22,10 @@ int LookupCommand(const Args& args);
 // (page)
 int PageCommand(const Args& args);
 
+// (sound)
+int Mp3Command(const Args& args);
+int WaveCommand(const Args& args);
+
 
 // GBK text from the library, shown on a terminal that may speak UTF-8.
 std::string ForTerminal(const std::string& gbk);

@@ -112,6 +112,10 @@ const Command kCommands[] = {
     // (page)
     {"page", tqcomm::PageCommand, "page WORD [-o DIR] [--dict DIR]"},
 
+    // (sound)
+    {"mp3", tqcomm::Mp3Command, "mp3 decode IN.mp3 OUT.wav | mp3 encode IN.wav OUT.mp3 [--bitrate K]"},
+    {"wave", tqcomm::WaveCommand, "wave info FILE"},
+
 };
 
 int Usage() {

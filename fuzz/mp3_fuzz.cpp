@@ -3,43 +3,17 @@
 //
 // Input: three bytes that choose the cut (start and end in tens of
 // milliseconds, end 255 meaning "to the end"; thinning), then the file.
-#include <unistd.h>
-
-#include <cstdint>
-#include <cstdio>
-#include <cstdlib>
 #include <string>
+#include <vector>
 
+#include "sound_fuzz.h"
 #include "tqcomm2006.h"
-
-namespace tq::host {
-intptr_t SendMessage(int, unsigned, intptr_t, intptr_t) { return 0; }
-int WaveOutDeviceCount() { return 0; }
-int PlaySoundFile(const char*, unsigned) { return 0; }
-int DispatchOneMessage() { return 0; }
-}  // namespace tq::host
-
-namespace {
-
-std::string Scratch(const char* name) {
-  static const std::string dir = ::access("/dev/shm", W_OK) == 0 ? "/dev/shm" : "/tmp";
-  return dir + "/tq_mp3_fuzz." + std::to_string(::getpid()) + "." + name;
-}
-
-void Check(bool ok) {
-  if (!ok) std::abort();
-}
-
-}  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   if (size < 3) return 0;
   const int start = data[0] * 10, end = data[1] == 255 ? -1 : data[1] * 10, thin = data[2] & 1;
   const std::string in = Scratch("in.mp3"), out = Scratch("out.wav");
-  std::FILE* f = std::fopen(in.c_str(), "wb");
-  if (f == nullptr) return 0;
-  std::fwrite(data + 3, 1, size - 3, f);
-  std::fclose(f);
+  if (!WriteInput(in, data, size, 3)) return 0;
 
   const int length = vcGetMp3FileLengthInTime(in.c_str());
   Check(length >= 0);

@@ -4,46 +4,17 @@
 //
 // Input: two bytes that choose the cut (start and end in tens of
 // milliseconds, end 255 meaning "to the end"), then the file's bytes.
-#include <unistd.h>
-
-#include <cstdint>
-#include <cstdio>
-#include <cstdlib>
 #include <string>
 #include <vector>
 
+#include "sound_fuzz.h"
 #include "tqcomm2006.h"
-
-// The sound exports reach the host only for progress bars, devices and
-// messages; none is used here.
-namespace tq::host {
-intptr_t SendMessage(int, unsigned, intptr_t, intptr_t) { return 0; }
-int WaveOutDeviceCount() { return 0; }
-int PlaySoundFile(const char*, unsigned) { return 0; }
-int DispatchOneMessage() { return 0; }
-}  // namespace tq::host
-
-namespace {
-
-std::string Scratch(const char* name) {
-  static const std::string dir = ::access("/dev/shm", W_OK) == 0 ? "/dev/shm" : "/tmp";
-  return dir + "/tq_wave_fuzz." + std::to_string(::getpid()) + "." + name;
-}
-
-void Check(bool ok) {
-  if (!ok) std::abort();
-}
-
-}  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   if (size < 2) return 0;
   const int start = data[0] * 10, end = data[1] == 255 ? -1 : data[1] * 10;
   const std::string in = Scratch("in.wav"), out = Scratch("out.wav"), mp3 = Scratch("out.mp3");
-  std::FILE* f = std::fopen(in.c_str(), "wb");
-  if (f == nullptr) return 0;
-  std::fwrite(data + 2, 1, size - 2, f);
-  std::fclose(f);
+  if (!WriteInput(in, data, size, 2)) return 0;
 
   WaveFileObj w = {};
   std::snprintf(w.fileName, sizeof w.fileName, "%s", in.c_str());

@@ -2,6 +2,7 @@
 // that knows libmpg123: its codes are turned into the engine's here.
 #include <mpg123.h>
 
+#include <cstdint>
 #include <cstdio>
 #include <cstring>
 #include <mutex>
@@ -114,10 +115,14 @@ class Mpg123Stream : public CodecStream {
     return kOk;
   }
 
+  // 0 when unknown. A damaged tag may claim any frame count: what lies
+  // beyond 32 bits of milliseconds counts as unknown.
   int32_t DurationMs() override {
     const off_t samples = mpg123_length(mh_);
     if (samples < 0 || frame_.sampleRate <= 0) return 0;
-    return static_cast<int32_t>(static_cast<int64_t>(samples) * 1000 / frame_.sampleRate);
+    const int64_t ms = static_cast<int64_t>(samples) / frame_.sampleRate * 1000 +
+                       static_cast<int64_t>(samples) % frame_.sampleRate * 1000 / frame_.sampleRate;
+    return ms > INT32_MAX ? 0 : static_cast<int32_t>(ms);
   }
 
   int Seek(double seconds) override {

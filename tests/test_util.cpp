@@ -10,6 +10,12 @@
 
 namespace tqtest {
 
+namespace {
+// The tool the tests run stops when a command takes an option that its
+// --help does not name.
+const bool kCheckToolHelp = setenv("TQCOMM_CHECK_HELP", "1", 1) == 0;
+}  // namespace
+
 std::string G(const std::string& utf8) {
   iconv_t cd = iconv_open("GBK", "UTF-8");
   if (cd == reinterpret_cast<iconv_t>(-1)) return utf8;

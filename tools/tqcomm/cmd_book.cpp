@@ -151,7 +151,27 @@ int ListBook(const std::string& idx) { return List(idx); }
 
 std::string BookHistoryPath(const std::string& idx) { return HistoryPath(idx); }
 
+const char kUsage[] =
+    "usage: tqcomm book import FILE [--layout auto|alternate|one-line] [--book BOOK.idx]\n"
+    "       tqcomm book list [--book BOOK.idx]\n"
+    "       tqcomm book sample [--book BOOK.idx]\n"
+    "\n"
+    "import   brings a word list (GBK) into a new word book, with a blank history\n"
+    "         file beside it (BOOK.his). A list has an English word or phrase, with\n"
+    "         an optional [pronunciation], and its Chinese meaning on the next line\n"
+    "         or behind it on the same line.\n"
+    "list     prints every word of the book: number, word, pronunciation, meaning\n"
+    "sample   imports the bundled sample list, then lists it\n"
+    "  --book BOOK.idx   the word book (default: sample.idx in the data folder,\n"
+    "                    $XDG_DATA_HOME/tqcomm or ~/.local/share/tqcomm)\n"
+    "  --layout L        the list's layout: alternate (meaning on the next line),\n"
+    "                    one-line, or auto (default: the one that pairs more words\n"
+    "                    with a meaning)\n"
+    "\n"
+    "Exit status: 0 done, 1 the list or book cannot be read or written, 2 bad usage.\n";
+
 int BookCommand(const Args& in) {
+  if (!in.empty() && in[0] == "--help") return std::fputs(kUsage, stdout), 0;
   Args args = in;
   std::string idx = DataDir() + "/sample.idx";
   TakeOption(&args, "--book", &idx);
@@ -171,9 +191,8 @@ int BookCommand(const Args& in) {
     int r = Import(SampleDir() + "/words.txt", idx, Layout::kAlternate);
     return r != 0 ? r : List(idx);
   }
-  std::fprintf(stderr,
-               "usage: tqcomm book import FILE [--layout auto|alternate|one-line] | list | sample "
-               "[--book BOOK.idx]\n");
+  std::string usage = kUsage;
+  std::fputs(usage.substr(0, usage.find("\n\n") + 1).c_str(), stderr);
   return 2;
 }
 

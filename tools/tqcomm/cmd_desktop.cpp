@@ -58,16 +58,6 @@ bool WantsHelp(const Args& args) {
   return false;
 }
 
-bool TakeFlag(Args* args, const std::string& name) {
-  for (size_t i = 0; i < args->size(); ++i) {
-    if ((*args)[i] == name) {
-      args->erase(args->begin() + static_cast<std::ptrdiff_t>(i));
-      return true;
-    }
-  }
-  return false;
-}
-
 // The reason and the usage lines of the help.
 int BadUsage(const char* help, const std::string& why) {
   std::string usage(help);

@@ -209,20 +209,15 @@ std::string CedictHeader(const std::string& option) {
 int DictCommand(const Args& args_in) {
   Args args = args_in;
   std::string out_dir, cedict, freq;
-  // --verbatim stores every field exactly as the source gives it, for making
-  // files of a chosen byte layout; by default lines are closed and samples tagged.
-  bool verbatim = false;
-  for (size_t i = 0; i < args.size(); ++i) {
-    if (args[i] == "--help" || args[i] == "-h") {
+  for (const std::string& a : args) {
+    if (a == "--help" || a == "-h") {
       std::printf("%s", kUsage);
       return 0;
     }
-    if (args[i] == "--verbatim") {
-      verbatim = true;
-      args.erase(args.begin() + static_cast<std::ptrdiff_t>(i));
-      break;
-    }
   }
+  // --verbatim stores every field exactly as the source gives it, for making
+  // files of a chosen byte layout; by default lines are closed and samples tagged.
+  const bool verbatim = TakeFlag(&args, "--verbatim");
   TakeOption(&args, "--cedict", &cedict);
   TakeOption(&args, "--freq", &freq);
   if (args.empty() || args[0] != "build" || !TakeOption(&args, "-o", &out_dir) || args.size() != 2) {

@@ -120,10 +120,31 @@ std::string Stem(const std::string& idx) {
   return idx;
 }
 
+const char kUsage[] =
+    "usage: tqcomm learn [--book BOOK.idx] [--history H.his] [--list L.llr] [--date YYYY-MM-DD]\n"
+    "                    [--curve 0,1,2,4,7,15,30] [--new N]\n";
+
+// A format: the default number of new words fills it in.
+const char kHelp[] =
+    "\n"
+    "A day's learning: today's words are the list kept from an unfinished day,\n"
+    "else the words due by the forgetting curve, then up to N new ones. Answer\n"
+    "each with 1 right, 2 wrong, 3 unsure, 4 known, 5 right and done for today;\n"
+    "q (or the end of input) keeps the rest for the next run.\n"
+    "  --book BOOK.idx     the word book (default: the bundled sample list, made\n"
+    "                      into a book in the data folder on the first run)\n"
+    "  --history H.his     the learning history (default: beside the book)\n"
+    "  --list L.llr        where an unfinished day's list is kept (default:\n"
+    "                      beside the history)\n"
+    "  --date YYYY-MM-DD   today (default: the computer's date)\n"
+    "  --curve A,B,...     seven rising day offsets from a word's first learning\n"
+    "                      (default 0,1,2,4,7,15,30)\n"
+    "  --new N             new words to add, 0 to 1000 (default %d)\n"
+    "\n"
+    "Exit status: 0 done, 1 the book or history cannot be used, 2 bad usage.\n";
+
 int Usage() {
-  std::fprintf(stderr,
-               "usage: tqcomm learn [--book BOOK.idx] [--history H.his] [--list L.llr] [--date YYYY-MM-DD]\n"
-               "                    [--curve 0,1,2,4,7,15,30] [--new N]\n");
+  std::fputs(kUsage, stderr);
   return 2;
 }
 
@@ -300,6 +321,7 @@ void PrintSummary(const Options& o, int answered, int left, int words) {
 }  // namespace
 
 int LearnCommand(const Args& args) {
+  if (!args.empty() && args[0] == "--help") return std::printf("%s", kUsage), std::printf(kHelp, kDefaultNewWords), 0;
   Options o;
   if (!ParseOptions(args, &o)) return Usage();
   if (o.sample_book && FileLengthOf(o.idx) <= 0) {

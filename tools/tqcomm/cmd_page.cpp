@@ -97,28 +97,34 @@ std::string Heading(const std::string& asked, const Found& hit, const std::strin
   return out + "</p>\r\n";
 }
 
+const char kUsage[] =
+    "usage: tqcomm page WORD [-o DIR] [--dict DIR]\n"
+    "\n"
+    "Writes DIR/WORD.htm, the detail page of a dictionary word, with the images\n"
+    "it names beside it. The word is looked up as tqcomm lookup does: as it\n"
+    "stands, then as an inflected form.\n"
+    "  -o DIR       where the page goes (default: the current folder)\n"
+    "  --dict DIR   a dictionary made by tqcomm dict build (default: the data\n"
+    "               folder's dict)\n"
+    "\n"
+    "Exit status: 0 done, 1 no dictionary or no such word, 2 bad usage.\n";
+
 }  // namespace
 
 int PageCommand(const Args& args_in) {
+  if (!args_in.empty() && args_in[0] == "--help") return std::fputs(kUsage, stdout), 0;
   Args args = args_in;
   std::string out_dir = ".", dict_dir;
   TakeOption(&args, "-o", &out_dir);
   if (!TakeOption(&args, "--dict", &dict_dir)) dict_dir = DataDir() + "/dict";
-  for (const std::string& a : args) {
-    if (a == "--help" || a == "-h") {
-      std::printf("usage: tqcomm page WORD [-o DIR] [--dict DIR]\n"
-                  "Writes DIR/WORD.htm, the word's detail page, with the images it names.\n");
-      return 0;
-    }
-  }
   if (args.size() != 1) {
-    std::fprintf(stderr, "usage: tqcomm page WORD [-o DIR] [--dict DIR]\n");
+    std::fputs("usage: tqcomm page WORD [-o DIR] [--dict DIR]\n", stderr);
     return 2;
   }
   const std::string& word = args[0];
   out_dir = Absolute(out_dir);
   mkdir(out_dir.c_str(), 0755);
-  std::string images = Absolute(SampleDir() + "/../html");  // beside the samples
+  std::string images = Absolute(BundledData("html"));
 
   // The dictionaries name their files relative to the working directory
   // (the word forms' "vary.idx" too).

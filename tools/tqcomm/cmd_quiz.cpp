@@ -66,16 +66,6 @@ int BadUsage(const char* why) {
   return 2;
 }
 
-bool TakeFlag(Args* args, const std::string& name) {
-  for (size_t i = 0; i < args->size(); ++i) {
-    if ((*args)[i] == name) {
-      args->erase(args->begin() + static_cast<std::ptrdiff_t>(i));
-      return true;
-    }
-  }
-  return false;
-}
-
 bool ReadAll(const std::string& path, std::string* out) {
   std::ifstream f(path, std::ios::binary);
   if (!f) return false;
@@ -295,7 +285,7 @@ void PrintKey(const std::vector<PageAnswer>& answers, bool fill) {
 }
 
 bool CopyImages(const std::string& dir) {
-  const std::string images = SampleDir() + "/../html/";
+  const std::string images = BundledData("html") + "/";
   for (const char* image : {"savesample.jpg", "savesentence.jpg"}) {
     std::string bytes;
     if (!ReadAll(images + image, &bytes) || !WriteAll(dir + "/" + image, bytes)) {

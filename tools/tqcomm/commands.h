@@ -1,5 +1,24 @@
 // The subcommands of tqcomm. Each lives in a file of its own and registers
-// itself in the table in main.cpp.
+// itself in the kCommands table of main.cpp: {"name", NameCommand, "name
+// USAGE"}, the last a one-line usage that "tqcomm --help" lists.
+//
+// Every command follows the same few rules, which the tests check:
+// - Help. NameCommand answers the arguments {"--help"} by printing its help
+//   to standard output and returning 0, before it reads or writes anything.
+//   main hands it exactly that for "tqcomm name --help", "tqcomm name ... -h"
+//   and "tqcomm help name". The help opens with its usage lines ("usage:
+//   tqcomm name ..."), says what the command does, and names every option
+//   the command takes, spelled as typed ("--book BOOK.idx", "-o DIR").
+// - Options. Take them only through TakeOption and TakeFlag below (or
+//   helpers built on them). With TQCOMM_CHECK_HELP set, as the test suite
+//   sets it, they stop the tool with exit status 70 when the running
+//   command's help does not name the option; tests/tool_help_test.cpp also
+//   holds every option spelled in these sources against the helps.
+// - Exit status: 0 done, 1 failure, 2 bad usage (with the usage lines, or
+//   what was wrong, on standard error).
+// - The man page docs/tqcomm.1 has a section ".SS name" naming the command's
+//   options. The bash completion (tqcomm.bash-completion) needs nothing: it
+//   reads the commands and their options from the tool's own help.
 #pragma once
 
 #include <string>
@@ -45,9 +64,19 @@ std::string FromTerminal(const std::string& text);
 // The user's data folder: $XDG_DATA_HOME/tqcomm, else ~/.local/share/tqcomm;
 // made when missing.
 std::string DataDir();
-// The folder of bundled sample data.
+// The folder of bundled data: the installed share/tqcomm, or the source
+// tree's data/ for a tool in its build tree.
+std::string DataRoot();
+// One folder or file of the bundled data ("html", "quiz/grammar.txt").
+std::string BundledData(const std::string& name);
+// The folder of the bundled sample word list and dictionary source.
 std::string SampleDir();
 // Takes "--name value" out of args; false when absent.
 bool TakeOption(Args* args, const std::string& name, std::string* value);
+// Takes a switch "--name" out of args; false when absent.
+bool TakeFlag(Args* args, const std::string& name);
+// The exit status of a command that takes an option its help does not name
+// (only with TQCOMM_CHECK_HELP set) or whose --help fails.
+constexpr int kHelpMismatch = 70;
 
 }  // namespace tqcomm

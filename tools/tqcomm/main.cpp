@@ -12,6 +12,7 @@
 #include <string>
 
 #include "commands.h"
+#include "option_names.h"
 
 namespace tqcomm {
 
@@ -65,29 +66,67 @@ std::string DataDir() {
   return dir;
 }
 
-std::string SampleDir() {
-  const char* env = std::getenv("TQCOMM_SAMPLES");
+// The folder of the bundled data (sample/, html/, quiz/ and whatever else
+// the source tree's data/ holds): $TQCOMM_DATA when set, else the installed
+// copy beside the tool (share/tqcomm), else the source tree's data/ for a
+// tool run from its build tree.
+std::string DataRoot() {
+  const char* env = std::getenv("TQCOMM_DATA");
   if (env != nullptr && *env != '\0') return env;
   char exe[4096];
   ssize_t n = readlink("/proc/self/exe", exe, sizeof exe - 1);
   if (n > 0) {
     exe[n] = '\0';
     std::string path(exe);
-    // build/bin/tqcomm -> <source>/data/sample, when run from a build tree
-    for (const char* rel : {"/../../data/sample", "/../share/tqcomm/sample"}) {
-      std::string dir = path.substr(0, path.rfind('/')) + rel;
-      struct stat st;
-      if (stat(dir.c_str(), &st) == 0) return dir;
-    }
+    std::string dir = path.substr(0, path.rfind('/')) + "/" + TQCOMM_DATA_FROM_BIN;
+    char real[4096];
+    struct stat st;
+    if (realpath(dir.c_str(), real) != nullptr && stat(real, &st) == 0 && S_ISDIR(st.st_mode)) return real;
   }
-  return TQCOMM_SAMPLE_DIR;
+  return TQCOMM_SOURCE_DATA;
 }
 
+std::string BundledData(const std::string& name) { return DataRoot() + "/" + name; }
+
+std::string SampleDir() {
+  const char* env = std::getenv("TQCOMM_SAMPLES");
+  if (env != nullptr && *env != '\0') return env;
+  return BundledData("sample");
+}
+
+// Options are taken against the running command's help: with
+// TQCOMM_CHECK_HELP set, an option the help does not name stops the tool.
+namespace {
+
+const char* g_command = nullptr;
+bool g_checking = false;
+std::string g_help;
+
+void CheckNamed(const std::string& option) {
+  if (!g_checking || NamesOption(g_help, option)) return;
+  std::fprintf(stderr, "tqcomm %s: takes %s, but its --help does not name it\n", g_command, option.c_str());
+  std::exit(kHelpMismatch);
+}
+
+}  // namespace
+
 bool TakeOption(Args* args, const std::string& name, std::string* value) {
+  CheckNamed(name);
   for (size_t i = 0; i < args->size(); ++i) {
     if ((*args)[i] == name && i + 1 < args->size()) {
       *value = (*args)[i + 1];
       args->erase(args->begin() + static_cast<std::ptrdiff_t>(i), args->begin() + static_cast<std::ptrdiff_t>(i) + 2);
+      return true;
+    }
+  }
+  return false;
+}
+
+bool TakeFlag(Args* args, const std::string& name) {
+  CheckNamed(name);
+  for (size_t i = 0; i < args->size(); ++i) {
+    if ((*args)[i] == name) {
+      args->erase(args->begin() + static_cast<std::ptrdiff_t>(i));
       return true;
     }
   }
@@ -134,20 +173,87 @@ const Command kCommands[] = {
 
 };
 
-int Usage() {
-  std::fprintf(stderr, "usage: tqcomm COMMAND ...\n");
-  for (const Command& c : kCommands) std::fprintf(stderr, "  tqcomm %s\n", c.usage);
+const Command* Find(const char* name) {
+  for (const Command& c : kCommands) {
+    if (std::strcmp(name, c.name) == 0) return &c;
+  }
+  return nullptr;
+}
+
+// The tool's own help: how to call it, then a usage line per command. The
+// shell completion reads the command names from the lines "  tqcomm NAME".
+void Help(std::FILE* to) {
+  std::fprintf(to,
+               "usage: tqcomm COMMAND [ARGUMENTS...]\n"
+               "       tqcomm help COMMAND    (or tqcomm COMMAND --help)\n"
+               "       tqcomm --version\n"
+               "\n"
+               "commands:\n");
+  for (const Command& c : kCommands) std::fprintf(to, "  tqcomm %s\n", c.usage);
+  std::fprintf(to,
+               "\n"
+               "Exit status: 0 done, 1 failure, 2 bad usage. Words, books and dictionaries\n"
+               "live in $XDG_DATA_HOME/tqcomm (else ~/.local/share/tqcomm). See tqcomm(1).\n");
+}
+
+int Version() {
+  std::printf("tqcomm (tqcomm2006) %s\nbundled data: %s\n", TQCOMM_VERSION, tqcomm::DataRoot().c_str());
+  return 0;
+}
+
+int BadUsage(const std::string& why) {
+  std::fprintf(stderr, "tqcomm: %s\n", why.c_str());
+  Help(stderr);
   return 2;
+}
+
+// The command's help, as "tqcomm NAME --help" prints it.
+int CommandHelp(const Command& c) { return c.run(tqcomm::Args{"--help"}); }
+
+// What the command's --help prints, read back for the option check.
+bool CaptureHelp(const Command& c, std::string* text) {
+  std::fflush(stdout);
+  std::FILE* file = std::tmpfile();
+  int saved = dup(STDOUT_FILENO);
+  if (file == nullptr || saved < 0 || dup2(fileno(file), STDOUT_FILENO) < 0) return false;
+  int status = CommandHelp(c);
+  std::fflush(stdout);
+  dup2(saved, STDOUT_FILENO);
+  close(saved);
+  std::rewind(file);
+  char buf[4096];
+  for (size_t n; (n = std::fread(buf, 1, sizeof buf, file)) > 0;) text->append(buf, n);
+  std::fclose(file);
+  return status == 0;
 }
 
 }  // namespace
 
 int main(int argc, char** argv) {
   std::setlocale(LC_ALL, "");
-  if (argc < 2) return Usage();
-  tqcomm::Args args(argv + 2, argv + argc);
-  for (const Command& c : kCommands) {
-    if (std::strcmp(argv[1], c.name) == 0) return c.run(args);
+  if (argc < 2) return BadUsage("which command?");
+  const std::string first = argv[1];
+  if (first == "--version") return Version();
+  if (first == "--help" || first == "-h") return Help(stdout), 0;
+  if (first == "help") {
+    if (argc == 2) return Help(stdout), 0;
+    const Command* c = argc == 3 ? Find(argv[2]) : nullptr;
+    return c != nullptr ? CommandHelp(*c) : BadUsage("help takes one command name");
   }
-  return Usage();
+  const Command* c = Find(argv[1]);
+  if (c == nullptr) return BadUsage("there is no command " + first);
+  tqcomm::Args args(argv + 2, argv + argc);
+  for (const std::string& a : args) {
+    if (a == "--help" || a == "-h") return CommandHelp(*c);
+  }
+  tqcomm::g_command = c->name;
+  const char* check = std::getenv("TQCOMM_CHECK_HELP");
+  if (check != nullptr && *check != '\0') {
+    if (!CaptureHelp(*c, &tqcomm::g_help)) {
+      std::fprintf(stderr, "tqcomm %s: --help fails\n", c->name);
+      return tqcomm::kHelpMismatch;
+    }
+    tqcomm::g_checking = true;
+  }
+  return c->run(args);
 }

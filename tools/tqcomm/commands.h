@@ -22,6 +22,9 @@ int LookupCommand(const Args& args);
 // (page)
 int PageCommand(const Args& args);
 
+// (draw)
+int DrawCommand(const Args& args);
+
 
 // GBK text from the library, shown on a terminal that may speak UTF-8.
 std::string ForTerminal(const std::string& gbk);

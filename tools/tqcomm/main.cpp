@@ -112,6 +112,9 @@ const Command kCommands[] = {
     // (page)
     {"page", tqcomm::PageCommand, "page WORD [-o DIR] [--dict DIR]"},
 
+    // (draw)
+    {"draw", tqcomm::DrawCommand, "draw --width W [--line-height H] TEXT -o OUT.png"},
+
 };
 
 int Usage() {

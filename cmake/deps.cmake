@@ -5,3 +5,7 @@ list(APPEND TQ_LINK_LIBS pthread)
 # The host's drawing surfaces and fonts: Cairo image surfaces, Pango text.
 pkg_check_modules(TQ_PANGOCAIRO REQUIRED IMPORTED_TARGET pangocairo)
 list(APPEND TQ_LINK_LIBS PkgConfig::TQ_PANGOCAIRO)
+# The tool's dictionary builder (tools/tqcomm) takes pronunciations from
+# libespeak-ng's phonemes; only the tool links it.
+pkg_check_modules(TQTOOL_ESPEAK REQUIRED IMPORTED_TARGET espeak-ng)
+list(APPEND TQCOMM_TOOL_LIBS PkgConfig::TQTOOL_ESPEAK)

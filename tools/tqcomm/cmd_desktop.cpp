@@ -12,8 +12,6 @@
 // else the data folder's "windows"); both commands hold the feed's lock
 // while they read or write. The start-up entries are registry values under
 // the local machine's Run (or RunServices) key.
-#include <iconv.h>
-#include <langinfo.h>
 
 #include <cstdio>
 #include <cstdlib>
@@ -84,24 +82,6 @@ std::string WindowsFolder() {
   if (vcGetSystemDir(system) <= 0 || system[0] == '\0') return "the Windows folder";
   std::string folder = system;
   return folder.substr(0, folder.find_last_of("/\\"));
-}
-
-// Text from the terminal as the library takes it: GBK.
-std::string FromTerminal(const std::string& text) {
-  static const bool utf8 = std::strcmp(nl_langinfo(CODESET), "UTF-8") == 0;
-  if (!utf8) return text;
-  iconv_t cd = iconv_open("GBK", "UTF-8");
-  if (cd == reinterpret_cast<iconv_t>(-1)) return text;
-  std::string in = text, out(text.size() + 8, '\0');
-  char* src = in.data();
-  size_t left = in.size();
-  char* dst = out.data();
-  size_t room = out.size();
-  size_t r = iconv(cd, &src, &left, &dst, &room);
-  iconv_close(cd);
-  if (r == static_cast<size_t>(-1)) return text;  // not UTF-8, or not GBK: as typed
-  out.resize(out.size() - room);
-  return out;
 }
 
 // The feed's lock, for the length of one command.

@@ -9,3 +9,7 @@ list(APPEND TQ_LINK_LIBS PkgConfig::TQ_PANGOCAIRO)
 # libespeak-ng's phonemes; only the tool links it.
 pkg_check_modules(TQTOOL_ESPEAK REQUIRED IMPORTED_TARGET espeak-ng)
 list(APPEND TQCOMM_TOOL_LIBS PkgConfig::TQTOOL_ESPEAK)
+# Sound: MPEG audio decoding on libmpg123, MP3 encoding on LAME.
+pkg_check_modules(MPG123 REQUIRED IMPORTED_TARGET libmpg123)
+pkg_check_modules(MP3LAME REQUIRED IMPORTED_TARGET lame)
+list(APPEND TQ_LINK_LIBS PkgConfig::MPG123 PkgConfig::MP3LAME)

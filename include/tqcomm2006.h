@@ -889,6 +889,185 @@ TQ_API void TQ_CALL vcCWordMSet_Delete(int set);
 /* (end of word set) */
 
 /* ======================================================================
+ * Sound: wave files, segments and conversions, MP3 in both directions
+ *
+ * Wave files are RIFF "WAVE" files of PCM samples: 8-bit unsigned or 16-bit
+ * signed little-endian, channels interleaved left first. The caller owns
+ * the WaveFileObj and passes it to every call; there is no handle here.
+ * ====================================================================== */
+
+/* A chunk of a RIFF file, five 32-bit fields. dataOffset is the file
+ * offset of the chunk's body; for a "RIFF" chunk the form type is the
+ * first four bytes of that body. */
+typedef struct TqChunkInfo {
+  uint32_t id;         /* four characters, first in the lowest byte */
+  uint32_t size;       /* bytes in the body */
+  uint32_t formType;   /* "WAVE" for the outer chunk */
+  uint32_t dataOffset;
+  uint32_t flags;      /* set while a chunk made here still needs its size */
+} TqChunkInfo;
+
+/* The body of the "fmt " chunk, 16 bytes as in the file. */
+typedef struct TqWaveFormat {
+  uint16_t formatTag; /* 1: PCM */
+  uint16_t channels;
+  uint32_t samplesPerSecond;
+  uint32_t averageBytesPerSecond;
+  uint16_t blockAlign;
+  uint16_t bitsPerSample;
+} TqWaveFormat;
+
+typedef struct WaveFileObj {
+  char fileName[200];    /* the path, put there by the caller or InitWaveFileObj */
+  TqChunkInfo dataChunk; /* "fmt ", then "data": the chunk still open at the close */
+  TqChunkInfo riffChunk;
+  TqWaveFormat format;
+  TqStream handle;       /* the open file (0 = none) */
+  int32_t dataSize;      /* bytes of the "data" chunk (set by OpenWaveFileToRead) */
+  int32_t dataOffset;    /* file offset of its first byte (set by OpenWaveFileToRead) */
+} WaveFileObj;
+
+TQ_STATIC_ASSERT(sizeof(TqChunkInfo) == 20, "TqChunkInfo size");
+TQ_STATIC_ASSERT(offsetof(TqWaveFormat, samplesPerSecond) == 4, "TqWaveFormat.samplesPerSecond");
+TQ_STATIC_ASSERT(offsetof(TqWaveFormat, blockAlign) == 12, "TqWaveFormat.blockAlign");
+TQ_STATIC_ASSERT(sizeof(TqWaveFormat) == 16, "TqWaveFormat size");
+TQ_STATIC_ASSERT(offsetof(WaveFileObj, dataChunk) == 200, "WaveFileObj.dataChunk");
+TQ_STATIC_ASSERT(offsetof(WaveFileObj, riffChunk) == 220, "WaveFileObj.riffChunk");
+TQ_STATIC_ASSERT(offsetof(WaveFileObj, format) == 240, "WaveFileObj.format");
+TQ_STATIC_ASSERT(offsetof(WaveFileObj, handle) == 256, "WaveFileObj.handle");
+TQ_STATIC_ASSERT(offsetof(WaveFileObj, dataSize) == 260, "WaveFileObj.dataSize");
+TQ_STATIC_ASSERT(offsetof(WaveFileObj, dataOffset) == 264, "WaveFileObj.dataOffset");
+TQ_STATIC_ASSERT(sizeof(WaveFileObj) == 268, "WaveFileObj size");
+
+/* Writing: InitWaveFileObj, CreateWaveFile, WriteWaveFile..., CloseWaveFile.
+ * Reading: fileName set, OpenWaveFileToRead, seeks and reads, CloseWaveFile.
+ * A record filled by OpenWaveFileToRead may be copied whole and given a new
+ * fileName to create a file of the same format. */
+
+/* Copies the name and fills format (PCM); touches nothing else, handle
+ * included. Answers the block align. */
+TQ_API int TQ_CALL InitWaveFileObj(WaveFileObj* wave, int samplesPerSecond, int bits, int channels,
+                                   const char* fileName);
+/* Creates fileName (truncating it) with the 44-byte header, sizes 0, and
+ * leaves the "data" chunk open. 1, or 0 (not -1) on failure; a failure
+ * after the file was made leaves it open in handle. */
+TQ_API int TQ_CALL CreateWaveFile(WaveFileObj* wave);
+/* Finds "fmt " (16 bytes or more; channels 1 or 2, nothing else checked)
+ * and "data", and stands at the first sample. 1, or -1. After a failure
+ * handle keeps a stale number: do not close such a record. */
+TQ_API int TQ_CALL OpenWaveFileToRead(WaveFileObj* wave);
+/* Reads up to count bytes, stopping where the absolute file position
+ * reaches dataSize (so the last dataOffset bytes of the sound are never
+ * delivered). The bytes delivered, 0 at the end. */
+TQ_API int TQ_CALL ReadFromWaveFile(WaveFileObj* wave, void* buffer, int count);
+/* Appends at the file position; the bytes written, -1 with no file. */
+TQ_API int TQ_CALL WriteWaveFile(WaveFileObj* wave, const void* buffer, int count);
+/* Closes the "data" and "RIFF" chunks (writing their sizes, padding to an
+ * even length, when the file was made here) and the file; clears handle.
+ * 0 on success; with no file 0 and nothing done. */
+TQ_API int TQ_CALL CloseWaveFile(WaveFileObj* wave);
+/* The position in milliseconds from the first sample. */
+TQ_API int TQ_CALL GetCurrentTimePos(WaveFileObj* wave);
+/* Seeks to WaveTimeOffsetToByteOffset(ms): data taken to begin at byte 64.
+ * The seeks answer the new file position, or -1. */
+TQ_API int TQ_CALL SeekWaveFileByTime(WaveFileObj* wave, int ms);
+/* Seeks to dataOffset + offset. */
+TQ_API int TQ_CALL SeekWaveFileByByte(WaveFileObj* wave, int offset);
+/* origin 0: dataOffset + offset; 1: from the position; else from the end
+ * of the whole file. */
+TQ_API int TQ_CALL BetterSeekWaveFileByBytes(WaveFileObj* wave, int offset, int origin);
+
+/* Conversions by the format's channels x rate x bits / 8 (not its stored
+ * average), truncated. */
+TQ_API int TQ_CALL WaveByteLenToTimeLen(const TqWaveFormat* format, int bytes);
+/* Bytes, an odd count moved one toward zero. */
+TQ_API int TQ_CALL WaveTimeLenToByteLen(const TqWaveFormat* format, int ms);
+/* WaveTimeLenToByteLen + 64. */
+TQ_API int TQ_CALL WaveTimeOffsetToByteOffset(const TqWaveFormat* format, int ms);
+/* The format block of a wave file: 1, or -1. */
+TQ_API int TQ_CALL GetWaveFileFormat(const char* path, TqWaveFormat* format);
+/* para gets channels, bits, rate, data bytes, milliseconds: 1, or -1. */
+TQ_API int TQ_CALL vcGetWaveFilePara(const char* path, int32_t* para);
+/* Milliseconds of the data chunk, or -1. */
+TQ_API int TQ_CALL vcGetWaveFileLenInTime(const char* path);
+
+/* The number of wave output devices; 0 means no sound. */
+TQ_API int TQ_CALL vcIfAudioReady(void);
+/* Dispatches at most one waiting message of the calling thread; 0 when
+ * there was none. */
+TQ_API int TQ_CALL DoEvents(void);
+/* Plays a wave file without waiting, with no default sound as fallback;
+ * 0 and nothing played without a device. Up and Down are one function. */
+TQ_API int TQ_CALL vcButtonEnterSound(const char* path);
+TQ_API int TQ_CALL vcButtonDownSound(const char* path);
+TQ_API int TQ_CALL vcButtonUpSound(const char* path);
+
+/* Cuts startMs..endMs (endMs < 0: to the end) into a new wave of the same
+ * format, through buffer (null: 2,048 bytes of its own). The cut is the
+ * span's bytes plus 64, from the time seek. 1, or -1 when the source will
+ * not open. vcExtractWaveSeg only forwards. */
+TQ_API int TQ_CALL ExtractWaveSeg(const char* srcPath, const char* dstPath, int startMs, int endMs, void* buffer,
+                                  int bufferSize);
+TQ_API int TQ_CALL vcExtractWaveSeg(const char* srcPath, const char* dstPath, int startMs, int endMs,
+                                    void* buffer, int bufferSize);
+/* A mono copy, 1,024 bytes written for every 2,048 read (so always a
+ * multiple of 1,024). 2 when the source was mono (a plain copy), -1 when it
+ * will not open, else the result of closing the target. */
+TQ_API int TQ_CALL vcWaveSteroToMono(const char* srcPath, const char* dstPath);
+
+/* Buffer conversions. They run from the last element to the first, so dst
+ * may be src. Element 0 is left as noted. */
+/* dst[i] = (src[i] - 128) << 8 for i from count - 1 down to 1. */
+TQ_API void TQ_CALL WaveBuf8To16(const uint8_t* src, int16_t* dst, int count);
+/* dst[i] = src[i / 2] for i from 2 x frames - 1 down to 1 (8 or 16 bits). */
+TQ_API void TQ_CALL WaveBufMonoToStero(int bits, const void* src, void* dst, int frames);
+/* Doubles the rate by interpolation for 16-bit mono and 8/16-bit stereo, or
+ * quadruples 16-bit stereo (factor 4); any other case does nothing. Reads
+ * one frame past src's end; leaves the first output frame partly unwritten. */
+TQ_API void TQ_CALL WaveBufAmplifyBitrate(int bits, int channels, int factor, const void* src, void* dst,
+                                          int frames);
+/* Rate (linear interpolation), then channels (1 -> 2 copies, 2 -> 1 keeps
+ * the left), then depth, into dst. scratchSize bytes of scratch are made
+ * here; dst and scratch must hold the largest step. The resampler reads two
+ * frames past src's frames. The bytes in dst, or -1 when the formats are
+ * equal. */
+TQ_API int TQ_CALL vcWaveBufConvert(int srcBits, int srcChannels, int srcRate, int dstBits, int dstChannels,
+                                    int dstRate, const void* src, void* dst, int frames, int scratchSize);
+
+/* MP3 to wave. One conversion at a time in the process. secondsOut (may be
+ * null) gets the seconds the work took. The wave has the MP3's rate and
+ * channels at 16 bits and its file times. 0 when the decoding ran (also
+ * when no frame came out: then no wave is made); -1 when the file is not
+ * MPEG audio or will not open. */
+TQ_API int TQ_CALL vcMp3ToWav(const char* mp3Path, const char* wavePath, int32_t* secondsOut);
+/* The same, moving a progress bar (0 for none) from 0 to 100. */
+TQ_API int TQ_CALL vcMp3ToWavShowProgress(const char* mp3Path, const char* wavePath, int progressBar,
+                                          int32_t* secondsOut);
+/* Starts the conversion on a thread of its own and returns at once:
+ * non-zero when the thread started. vcGetMp3ToWavPercentage then gives 0 to
+ * 100, and 1000 when the job has ended, cancelled or not; a source that
+ * cannot be decoded stays at 0 for good, so wait with a time-out.
+ * vcCancelConvert stops the job within 1,024 frames and deletes the wave. */
+TQ_API int TQ_CALL vcMp3ToWavByThread(const char* mp3Path, const char* wavePath);
+TQ_API int TQ_CALL vcGetMp3ToWavPercentage(void);
+TQ_API void TQ_CALL vcCancelConvert(void);
+/* Milliseconds, 0 on any failure. */
+TQ_API int TQ_CALL vcGetMp3FileLengthInTime(const char* mp3Path);
+/* startMs..endMs of the MP3 (endMs < 0: to the end; an absolute time) into
+ * a wave that opens with one block from the start of the file. thin
+ * halves the rate until it is at most 11,030 per second, keeping every
+ * n-th sample; a thinned stereo file gets a header and no samples. 0, or
+ * -1 as vcMp3ToWav. */
+TQ_API int TQ_CALL vcExtractMp3ToWav(const char* mp3Path, const char* wavePath, int startMs, int endMs, int thin);
+
+/* Wave to MP3 at bitrate kbit/s (constant, joint stereo or mono), read from
+ * byte 64 of the wave whatever its header. The progress bar (0 for none)
+ * moves in steps of 10. 1, or -1; reasons go to standard output or error. */
+TQ_API int TQ_CALL vcEncodeWavToMp3ShowProgress(const char* wavePath, const char* mp3Path, int bitrate,
+                                                int progressBar);
+TQ_API int TQ_CALL vcEncodeWavToMp3(const char* wavePath, const char* mp3Path, int bitrate);
+
+/* (end of sound) */
  * Quizzes: vcChoiceQtFile_, vcFillBlankQtFile_, question generation and
  * the usage test
  *

@@ -33,6 +33,9 @@ int QuizCommand(const Args& args);
 // (feed, startup)
 int FeedCommand(const Args& args);
 int StartupCommand(const Args& args);
+// (sound)
+int Mp3Command(const Args& args);
+int WaveCommand(const Args& args);
 // (draw)
 int DrawCommand(const Args& args);
 

@@ -128,6 +128,9 @@ const Command kCommands[] = {
     // (feed, startup)
     {"feed", tqcomm::FeedCommand, "feed count [--partner 2] [--file PATH] | feed seen N [--partner 2]"},
     {"startup", tqcomm::StartupCommand, "startup add NAME COMMAND | remove NAME | list NAME... | check NAME COMMAND"},
+    // (sound)
+    {"mp3", tqcomm::Mp3Command, "mp3 decode IN.mp3 OUT.wav | mp3 encode IN.wav OUT.mp3 [--bitrate K]"},
+    {"wave", tqcomm::WaveCommand, "wave info FILE"},
     // (draw)
     {"draw", tqcomm::DrawCommand, "draw --width W [--line-height H] TEXT -o OUT.png"},
 

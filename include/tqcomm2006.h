@@ -1068,6 +1068,8 @@ TQ_API int TQ_CALL vcEncodeWavToMp3ShowProgress(const char* wavePath, const char
 TQ_API int TQ_CALL vcEncodeWavToMp3(const char* wavePath, const char* mp3Path, int bitrate);
 
 /* (end of sound) */
+
+/* ======================================================================
  * Quizzes: vcChoiceQtFile_, vcFillBlankQtFile_, question generation and
  * the usage test
  *

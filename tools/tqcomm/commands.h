@@ -55,6 +55,8 @@ int StartupCommand(const Args& args);
 // (sound)
 int Mp3Command(const Args& args);
 int WaveCommand(const Args& args);
+// (draw)
+int DrawCommand(const Args& args);
 
 
 // GBK text from the library, shown on a terminal that may speak UTF-8.

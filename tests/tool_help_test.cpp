@@ -267,7 +267,7 @@ TEST_F(ToolHelp, VersionHelpAndBadUsage) {
   } cases[] = {
       {"", 2, "usage: tqcomm COMMAND"},
       {"nosuch", 2, "there is no command nosuch"},
-      {"help nosuch", 2, "usage: tqcomm COMMAND"},
+      {"help nosuch", 2, "there is no command nosuch"},
       {"help learn book", 2, "help takes one command name"},
       {"book import", 2, "usage: tqcomm book import FILE"},
       {"learn --new many", 2, "--new"},

@@ -145,9 +145,9 @@ struct Command {
 
 const Command kCommands[] = {
     {"book", tqcomm::BookCommand,
-     "book import FILE [--layout auto|alternate|one-line] [--book BOOK.idx] | book list [--book BOOK.idx]"},
+     "book import FILE [--layout auto|alternate|one-line] | list | sample   [--book BOOK.idx]"},
     {"learn", tqcomm::LearnCommand,
-     "learn [--book BOOK.idx] [--history H.his] [--date YYYY-MM-DD] [--curve 0,1,2,4,7,15,30] [--new N]"},
+     "learn [--book BOOK.idx] [--history H.his] [--list L.llr] [--date YYYY-MM-DD] [--curve A,B,...] [--new N]"},
     // (learn)
 
     // (dict, lookup)
@@ -216,8 +216,13 @@ int CommandHelp(const Command& c) { return c.run(tqcomm::Args{"--help"}); }
 bool CaptureHelp(const Command& c, std::string* text) {
   std::fflush(stdout);
   std::FILE* file = std::tmpfile();
+  if (file == nullptr) return false;
   int saved = dup(STDOUT_FILENO);
-  if (file == nullptr || saved < 0 || dup2(fileno(file), STDOUT_FILENO) < 0) return false;
+  if (saved < 0 || dup2(fileno(file), STDOUT_FILENO) < 0) {
+    if (saved >= 0) close(saved);
+    std::fclose(file);
+    return false;
+  }
   int status = CommandHelp(c);
   std::fflush(stdout);
   dup2(saved, STDOUT_FILENO);
@@ -239,8 +244,9 @@ int main(int argc, char** argv) {
   if (first == "--help" || first == "-h") return Help(stdout), 0;
   if (first == "help") {
     if (argc == 2) return Help(stdout), 0;
-    const Command* c = argc == 3 ? Find(argv[2]) : nullptr;
-    return c != nullptr ? CommandHelp(*c) : BadUsage("help takes one command name");
+    if (argc > 3) return BadUsage("help takes one command name");
+    const Command* c = Find(argv[2]);
+    return c != nullptr ? CommandHelp(*c) : BadUsage(std::string("there is no command ") + argv[2]);
   }
   const Command* c = Find(argv[1]);
   if (c == nullptr) return BadUsage("there is no command " + first);

@@ -14,6 +14,7 @@ int BookCommand(const Args& args);
 int ImportWordList(const std::string& file, const std::string& idx);
 int LearnCommand(const Args& args);
 // (learn)
+int StatsCommand(const Args& args);
 
 // (dict, lookup)
 int DictCommand(const Args& args);

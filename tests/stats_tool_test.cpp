@@ -178,6 +178,18 @@ TEST_F(StatsTool, DamagedInputSaysWhatItCan) {
   EXPECT_TRUE(Has(out, "leeches (wrong or unsure 4 times or more): 1\n      4 wrong of     5  word1\n")) << out;
 }
 
+TEST_F(StatsTool, RecordsOutOfOrderAreAllSeen) {
+  // Upkeep of a history can leave its records out of item order; a blank
+  // record numbered high must not hide the learnt words after it.
+  MakeBook(60);
+  tqtest::WriteHistory(Path("book.his"), {Word(3, {-1}, 1, 1), Blank(50), Word(0, {0}, 1, 1), Blank(1),
+                                          Word(9, {-2}, 1, 1), Blank(2)});
+  std::string out;
+  ASSERT_EQ(Stats("--days 3", &out), 0) << out;
+  EXPECT_TRUE(Has(out, "today: 2 words due by the curve: 1 overdue, 1 falling due today, 0 hard")) << out;
+  EXPECT_EQ(CountOn(out, 1), 1) << out;
+}
+
 TEST_F(StatsTool, EmptyOrMissingFiles) {
   struct Case {
     const char* name;

@@ -28,9 +28,10 @@ class DaySelection {
   }
   bool ok() const { return wizard_ > 0; }
 
-  bool On(int day, std::vector<int32_t>* items) {
+  // limit: the highest item number the wizard need read up to (0: all).
+  bool On(int day, int limit, std::vector<int32_t>* items) {
     vcCOrvexWizard_SetDate(wizard_, day);
-    int n = vcCOrvexWizard_GetWordsToLearn(wizard_, 6, 0);
+    int n = vcCOrvexWizard_GetWordsToLearn(wizard_, 6, limit);
     if (n < 0) return false;
     items->resize(static_cast<size_t>(n));
     vcCOrvexWizard_ExportList(wizard_, items->data());
@@ -67,11 +68,14 @@ std::vector<int32_t> Without(const std::vector<int32_t>& a, const std::vector<in
 // The forecast. A word falls due on day d when the wizard picks it on d and
 // not on the day before. Day 1 (1899-12-31) lies before any learning, so
 // what is picked then is picked every day: the hard words (right 40 percent
-// of the time or less, relapsed, or past the curve's end).
-bool GatherDue(const StatsInput& in, StatsReport* out) {
+// of the time or less, relapsed, or past the curve's end). The wizard need
+// not read past the last word ever learnt: the blank records after it are
+// never due.
+bool GatherDue(const StatsInput& in, int limit, StatsReport* out) {
   DaySelection select(in);
   std::vector<int32_t> always, before, today;
-  if (!select.ok() || !select.On(1, &always) || !select.On(in.day - 1, &before) || !select.On(in.day, &today)) {
+  if (!select.ok() || !select.On(1, limit, &always) || !select.On(in.day - 1, limit, &before) ||
+      !select.On(in.day, limit, &today)) {
     return false;
   }
   out->due_today = static_cast<int>(today.size());
@@ -82,7 +86,7 @@ bool GatherDue(const StatsInput& in, StatsReport* out) {
   out->coming.assign(static_cast<size_t>(in.days), 0);
   std::vector<int32_t> next;
   for (int i = 0; i < in.days; ++i) {
-    if (!select.On(in.day + 1 + i, &next)) return false;
+    if (!select.On(in.day + 1 + i, limit, &next)) return false;
     out->coming[static_cast<size_t>(i)] = static_cast<int>(next.size() - CountCommon(next, today));
     today.swap(next);
   }
@@ -120,13 +124,18 @@ void AddAnswerDays(const LearningRecord& r, int first_day, std::vector<int>* ans
 bool WorseLeech(const Leech& a, const Leech& b) { return a.wrong != b.wrong ? a.wrong > b.wrong : a.item < b.item; }
 
 // One pass over the records as the history file lays them out: the past
-// answers, the shares right, the leeches.
-bool GatherPast(const StatsInput& in, StatsReport* out) {
+// answers, the shares right, the leeches. *limit gets the item number a
+// pass of the wizard may stop at and still see every learnt word: the
+// highest up to the last learnt record (the wizard stops after the first
+// record numbered above its limit).
+bool GatherPast(const StatsInput& in, StatsReport* out, int* limit) {
   std::FILE* f = std::fopen(in.history.c_str(), "rb");
   if (f == nullptr) return false;
   out->answered.assign(kPastDays, 0);
   const int first_day = in.day - (kPastDays - 1);
   std::vector<Leech> leeches;
+  int32_t highest = 1;
+  *limit = 1;
   constexpr size_t kBlock = 4096;
   std::unique_ptr<unsigned char[]> block(new unsigned char[kBlock * 48]);
   size_t got;
@@ -137,7 +146,9 @@ bool GatherPast(const StatsInput& in, StatsReport* out) {
     for (size_t i = 0; i < whole; ++i) {
       LearningRecord r;
       std::memcpy(&r, block.get() + i * 48, 48);
+      highest = std::max(highest, r.itemNo);
       if (r.firstDate == kNeverLearnt) continue;
+      *limit = highest;
       if (!Possible(r, in.day)) {
         ++out->impossible;
         continue;
@@ -218,7 +229,8 @@ bool GatherStats(const StatsInput& in, StatsReport* out, std::string* error) {
     *error = "there is no history file " + in.history + " (tqcomm learn makes one)";
     return false;
   }
-  if (!GatherDue(in, out) || !GatherPast(in, out) || !CountWordTotals(in.history, &out->totals)) {
+  int limit = 0;
+  if (!GatherPast(in, out, &limit) || !GatherDue(in, limit, out) || !CountWordTotals(in.history, &out->totals)) {
     *error = "cannot read the history file " + in.history;
     return false;
   }

@@ -76,11 +76,12 @@ class StatsTool : public tqtest::TempDirTest {
   }
 
   // Runs tqcomm stats on book.idx and book.his, on 2026-03-10 unless the
-  // options (which come first, and so win) name another day; its exit
-  // status, with standard output and error in *out.
+  // options name another day; its exit status, with standard output and
+  // error in *out.
   int Stats(const std::string& options, std::string* out) {
-    return tqtest::Run("XDG_DATA_HOME='" + dir() + "' " + TQCOMM_BIN + " stats " + options + " --book '" +
-                           Path("book.idx") + "' --date 2026-03-10 2>&1",
+    std::string date = options.find("--date") == std::string::npos ? " --date 2026-03-10" : "";
+    return tqtest::Run("XDG_DATA_HOME='" + dir() + "' " + TQCOMM_BIN + " stats --book '" + Path("book.idx") + "'" +
+                           date + " " + options + " 2>&1",
                        out);
   }
 
@@ -156,7 +157,7 @@ TEST_F(StatsTool, ManyLeechesListTheWorstAndCountTheRest) {
 }
 
 TEST_F(StatsTool, DamagedInputSaysWhatItCan) {
-  MakeBook(6);
+  MakeBook(7);
   std::vector<LearningRecord> history = {Word(0, {-2, -1}, 2, 2), Word(1, {-3}, 5, 1)};
   LearningRecord future = Word(2, {5}, 1, 1);         // first learnt after today
   LearningRecord backwards = Word(3, {-1, -4}, 1, 1);  // a review before the first learning
@@ -164,14 +165,22 @@ TEST_F(StatsTool, DamagedInputSaysWhatItCan) {
   LearningRecord step = Word(4, {-1}, 1, 1);
   step.stepIndex = 300;
   LearningRecord counts = Word(5, {-1}, 2, 9);  // more right than shown
-  history.insert(history.end(), {future, backwards, step, counts});
+  LearningRecord skipped = Word(6, {-1}, 1, 1);  // done for the day two days from now
+  skipped.skipDate = static_cast<uint16_t>(kToday + 2);
+  history.insert(history.end(), {future, backwards, step, counts, skipped});
   std::string bytes(reinterpret_cast<const char*>(history.data()), history.size() * 48);
   tqtest::WriteFile(Path("book.his"), bytes + std::string(20, '\x7f'));  // and a cut-off record
   std::string out;
   ASSERT_EQ(Stats("", &out), 0) << out;
-  EXPECT_TRUE(Has(out, ": 6 records\n")) << out;
+  EXPECT_TRUE(Has(out, ": 7 records\n")) << out;
   EXPECT_TRUE(Has(out, "note: the history file ends in 20 bytes that are not a whole record")) << out;
-  EXPECT_TRUE(Has(out, "note: 4 records have impossible dates or counts")) << out;
+  EXPECT_TRUE(Has(out, "note: 5 records have impossible dates or counts")) << out;
+  // What comes due is still the wizard's answer, damaged records and all:
+  // the word skipped on day +2 is not offered then, and is again on day +3.
+  EXPECT_TRUE(Has(out, "today: 5 words due by the curve: 1 overdue, 3 falling due today, 1 hard")) << out;
+  EXPECT_EQ(CountOn(out, 2), 0) << out;
+  EXPECT_EQ(CountOn(out, 3), 1) << out;
+  EXPECT_EQ(CountOn(out, 6), 1) << out;
   // The two sound records alone make the past and the shares.
   EXPECT_TRUE(Has(out, "(as far as the records tell): 3 on 3 days\n")) << out;
   EXPECT_TRUE(Has(out, "words in their first week: 3 of 7 right (43%)\nolder words: no answers\n")) << out;
@@ -238,6 +247,8 @@ TEST_F(StatsTool, UsageAndHelp) {
       {"--curve 0,1,2", 2, "--curve wants"},
       {"--frobnicate", 2, "usage: tqcomm stats"},
       {"--days 365", 0, "coming due in the next 365 days"},
+      {"--date 2078-12-31 --days 365", 0, "coming due in the next 154 days (if nothing is learnt before): 0\n"
+                                         "(the records hold no later day)"},
   };
   for (const auto& c : cases) {
     std::string out;

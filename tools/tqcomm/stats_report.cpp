@@ -12,6 +12,7 @@ namespace tqcomm {
 namespace {
 
 constexpr uint16_t kNeverLearnt = 65535;
+constexpr int kLastDay = 65534;
 
 // The item numbers the wizard would put on the list on one day (due by the
 // curve, or hard words that it offers every day), sorted. Selection mode 6
@@ -28,10 +29,15 @@ class DaySelection {
   }
   bool ok() const { return wizard_ > 0; }
 
-  // limit: the highest item number the wizard need read up to (0: all).
-  bool On(int day, int limit, std::vector<int32_t>* items) {
+  // How many; -1 when the history cannot be read. limit: the highest item
+  // number the wizard need read up to (0: all).
+  int Count(int day, int limit) {
     vcCOrvexWizard_SetDate(wizard_, day);
-    int n = vcCOrvexWizard_GetWordsToLearn(wizard_, 6, limit);
+    return vcCOrvexWizard_GetWordsToLearn(wizard_, 6, limit);
+  }
+  // Which.
+  bool On(int day, int limit, std::vector<int32_t>* items) {
+    int n = Count(day, limit);
     if (n < 0) return false;
     items->resize(static_cast<size_t>(n));
     vcCOrvexWizard_ExportList(wizard_, items->data());
@@ -65,13 +71,29 @@ std::vector<int32_t> Without(const std::vector<int32_t>& a, const std::vector<in
   return out;
 }
 
+// Words picked on the coming days, into picked[1..] (picked[0], today's, is
+// known). With no word skipped on a coming day, a word once picked stays
+// picked, so the days from lo to hi pick no new word when both ends pick as
+// many: a stretch with nothing falling due costs the wizard no pass.
+bool CountComing(DaySelection* select, int limit, int today, int lo, int hi, std::vector<int>* picked) {
+  int& at_hi = (*picked)[static_cast<size_t>(hi)];
+  if (at_hi < 0 && (at_hi = select->Count(today + hi, limit)) < 0) return false;
+  if (hi - lo <= 1) return true;
+  if ((*picked)[static_cast<size_t>(lo)] == at_hi) {
+    std::fill(picked->begin() + lo + 1, picked->begin() + hi, at_hi);
+    return true;
+  }
+  int mid = lo + (hi - lo) / 2;
+  return CountComing(select, limit, today, lo, mid, picked) && CountComing(select, limit, today, mid, hi, picked);
+}
+
 // The forecast. A word falls due on day d when the wizard picks it on d and
 // not on the day before. Day 1 (1899-12-31) lies before any learning, so
 // what is picked then is picked every day: the hard words (right 40 percent
 // of the time or less, relapsed, or past the curve's end). The wizard need
 // not read past the last word ever learnt: the blank records after it are
 // never due.
-bool GatherDue(const StatsInput& in, int limit, StatsReport* out) {
+bool GatherDue(const StatsInput& in, int days, int limit, bool skipped_ahead, StatsReport* out) {
   DaySelection select(in);
   std::vector<int32_t> always, before, today;
   if (!select.ok() || !select.On(1, limit, &always) || !select.On(in.day - 1, limit, &before) ||
@@ -83,9 +105,18 @@ bool GatherDue(const StatsInput& in, int limit, StatsReport* out) {
   std::vector<int32_t> by_curve = Without(today, always);
   out->overdue = static_cast<int>(CountCommon(by_curve, before));
   out->falling_due = static_cast<int>(by_curve.size()) - out->overdue;
-  out->coming.assign(static_cast<size_t>(in.days), 0);
+  out->coming.assign(static_cast<size_t>(days), 0);
+  if (!skipped_ahead) {
+    std::vector<int> picked(static_cast<size_t>(days) + 1, -1);
+    picked[0] = out->due_today;
+    if (!CountComing(&select, limit, in.day, 0, days, &picked)) return false;
+    for (int i = 0; i < days; ++i) out->coming[static_cast<size_t>(i)] = picked[i + 1] - picked[i];
+    return true;
+  }
+  // A record (a damaged one) skipped on a coming day drops out of that
+  // day's pick: compare the words day by day.
   std::vector<int32_t> next;
-  for (int i = 0; i < in.days; ++i) {
+  for (int i = 0; i < days; ++i) {
     if (!select.On(in.day + 1 + i, limit, &next)) return false;
     out->coming[static_cast<size_t>(i)] = static_cast<int>(next.size() - CountCommon(next, today));
     today.swap(next);
@@ -97,7 +128,7 @@ bool GatherDue(const StatsInput& in, int limit, StatsReport* out) {
 // today: first learning, reviews and last learning in order, no later than
 // today, and no more right answers than showings.
 bool Possible(const LearningRecord& r, int today) {
-  if (r.firstDate > today || r.lastDate > today || r.lastDate < r.firstDate) return false;
+  if (r.firstDate > today || r.lastDate > today || r.lastDate < r.firstDate || r.skipDate > today) return false;
   if (r.stepIndex < 1 || r.stepIndex > 7) return false;
   for (int s = 0; s < r.stepIndex; ++s) {
     if (r.reviewDates[s] < r.firstDate || r.reviewDates[s] > r.lastDate) return false;
@@ -128,7 +159,7 @@ bool WorseLeech(const Leech& a, const Leech& b) { return a.wrong != b.wrong ? a.
 // pass of the wizard may stop at and still see every learnt word: the
 // highest up to the last learnt record (the wizard stops after the first
 // record numbered above its limit).
-bool GatherPast(const StatsInput& in, StatsReport* out, int* limit) {
+bool GatherPast(const StatsInput& in, StatsReport* out, int* limit, bool* skipped_ahead) {
   std::FILE* f = std::fopen(in.history.c_str(), "rb");
   if (f == nullptr) return false;
   out->answered.assign(kPastDays, 0);
@@ -136,6 +167,7 @@ bool GatherPast(const StatsInput& in, StatsReport* out, int* limit) {
   std::vector<Leech> leeches;
   int32_t highest = 1;
   *limit = 1;
+  *skipped_ahead = false;
   constexpr size_t kBlock = 4096;
   std::unique_ptr<unsigned char[]> block(new unsigned char[kBlock * 48]);
   size_t got;
@@ -149,6 +181,7 @@ bool GatherPast(const StatsInput& in, StatsReport* out, int* limit) {
       highest = std::max(highest, r.itemNo);
       if (r.firstDate == kNeverLearnt) continue;
       *limit = highest;
+      if (r.skipDate > in.day) *skipped_ahead = true;
       if (!Possible(r, in.day)) {
         ++out->impossible;
         continue;
@@ -198,7 +231,7 @@ const char* WeekDay(int day) {
 
 // One line a day: the date, the count and a bar of up to 40 marks.
 std::string DayLines(const std::vector<int>& counts, int first_day) {
-  int most = *std::max_element(counts.begin(), counts.end());
+  int most = counts.empty() ? 0 : *std::max_element(counts.begin(), counts.end());
   std::string out;
   for (size_t i = 0; i < counts.size(); ++i) {
     int day = first_day + static_cast<int>(i);
@@ -229,8 +262,12 @@ bool GatherStats(const StatsInput& in, StatsReport* out, std::string* error) {
     *error = "there is no history file " + in.history + " (tqcomm learn makes one)";
     return false;
   }
+  // Days are kept in 16 bits: the forecast ends before day 65535.
+  const int days = std::max(0, std::min(in.days, kLastDay - in.day));
   int limit = 0;
-  if (!GatherPast(in, out, &limit) || !GatherDue(in, limit, out) || !CountWordTotals(in.history, &out->totals)) {
+  bool skipped_ahead = false;
+  if (!GatherPast(in, out, &limit, &skipped_ahead) || !GatherDue(in, days, limit, skipped_ahead, out) ||
+      !CountWordTotals(in.history, &out->totals)) {
     *error = "cannot read the history file " + in.history;
     return false;
   }
@@ -243,7 +280,10 @@ std::string FormatStats(const StatsInput& in, const StatsReport& r) {
                 static_cast<long long>(r.records));
   out += Format("\ntoday: %d words due by the curve: %d overdue, %d falling due today, %d hard (offered every day)\n",
                 r.due_today, r.overdue, r.falling_due, r.hard);
-  out += Format("coming due in the next %d days (if nothing is learnt before): %d\n", in.days, Sum(r.coming));
+  const int days = static_cast<int>(r.coming.size());
+  out += Format("coming due in the next %d day%s (if nothing is learnt before): %d\n", days, days == 1 ? "" : "s",
+                Sum(r.coming));
+  if (days < in.days) out += "(the records hold no later day)\n";
   out += DayLines(r.coming, in.day + 1);
 
   const int first_day = in.day - (kPastDays - 1);

@@ -22,7 +22,7 @@ flags=(-std=c++17 -g -O1 -fno-omit-frame-pointer -fsanitize=fuzzer,address,undef
 # Only what the targets stand on, so that libraries other parts link to are
 # not needed here.
 sources=(src/core/text.cpp src/core/word_text.cpp src/core/streams.cpp src/core/random.cpp
-         src/platform/env_posix.cpp)
+         src/platform/env_posix.cpp src/platform/drives_linux.cpp)
 mkdir -p build-fuzz
 for t in "${targets[@]}"; do
   echo "== building $t"

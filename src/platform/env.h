@@ -13,7 +13,9 @@
 
 namespace tq::env {
 
-// "c:\tmp\x.dat" -> "/tmp/x.dat"; "dir\a.txt" -> "dir/a.txt".
+// "c:\tmp\x.dat" -> "/tmp/x.dat"; "dir\a.txt" -> "dir/a.txt". A letter that
+// is a CD drive (devices.h) stands for its folder: "e:\sndlib\x.dat" ->
+// "/media/cdrom/sndlib/x.dat".
 std::string NativePath(const char* path);
 
 // fopen through the path translation. Null on failure.

@@ -8,6 +8,8 @@
 #include <ctime>
 #include <mutex>
 
+#include "platform/devices.h"
+
 namespace tq::env {
 namespace {
 
@@ -19,10 +21,17 @@ std::function<bool(const std::string&, const char*)> g_open_fault;
 std::string NativePath(const char* path) {
   if (path == nullptr) return std::string();
   std::string out(path);
-  // A drive letter stands for the root of the one file system.
+  // A drive letter stands for the root of the one file system, or for the
+  // folder of a CD drive.
   if (out.size() >= 2 && std::isalpha(static_cast<unsigned char>(out[0])) && out[1] == ':') {
+    std::string root;
+    bool cd = host::CdDriveFolder(out[0], &root);
     out.erase(0, 2);
     if (out.empty() || (out[0] != '\\' && out[0] != '/')) out.insert(out.begin(), '/');
+    if (cd) {
+      while (!root.empty() && root.back() == '/') root.pop_back();
+      out.insert(0, root);
+    }
   }
   for (char& c : out) {
     if (c == '\\') c = '/';

@@ -1,6 +1,9 @@
 // tqcomm stats on a history made by hand, where every figure of the report
 // is known in advance: words falling due on known days, known answer days,
 // known leeches and counts. Then damaged and missing input.
+#include <png.h>
+
+#include <algorithm>
 #include <cstdio>
 #include <cstdlib>
 #include <map>
@@ -140,6 +143,90 @@ TEST_F(StatsTool, EveryFigureOfAKnownHistory) {
   EXPECT_TRUE(Has(out, "words: 3 not met, 13 being learnt, 2 known, 1 mastered, 1 relapsed\n")) << out;
   EXPECT_FALSE(Has(out, "note:")) << out;
   EXPECT_EQ(tqtest::ReadFile(Path("book.his")), before) << "the report writes nothing";
+}
+
+// A PNG file read back as RGB pixels.
+struct Picture {
+  int width = 0, height = 0;
+  std::vector<uint8_t> rgb;
+
+  bool Read(const std::string& path) {
+    png_image image;
+    std::memset(&image, 0, sizeof image);
+    image.version = PNG_IMAGE_VERSION;
+    if (!png_image_begin_read_from_file(&image, path.c_str())) return false;
+    image.format = PNG_FORMAT_RGB;
+    rgb.resize(PNG_IMAGE_SIZE(image));
+    width = static_cast<int>(image.width);
+    height = static_cast<int>(image.height);
+    return png_image_finish_read(&image, nullptr, rgb.data(), 0, nullptr) != 0;
+  }
+  // Colours as 0xRRGGBB.
+  uint32_t At(int x, int y) const {
+    const uint8_t* p = &rgb[(static_cast<size_t>(y) * width + x) * 3];
+    return static_cast<uint32_t>(p[0] << 16 | p[1] << 8 | p[2]);
+  }
+  int CountIn(int x, uint32_t colour) const {
+    int n = 0;
+    for (int y = 0; y < height; ++y) n += At(x, y) == colour;
+    return n;
+  }
+  // The bars of one colour, left to right: the height of each run of
+  // columns holding it, measured at the run's middle.
+  std::vector<int> Bars(uint32_t colour) const {
+    std::vector<int> heights;
+    for (int x = 0; x < width;) {
+      if (CountIn(x, colour) == 0) {
+        ++x;
+        continue;
+      }
+      int from = x;
+      while (x < width && CountIn(x, colour) > 0) ++x;
+      heights.push_back(CountIn((from + x) / 2, colour));
+    }
+    return heights;
+  }
+};
+
+// The picture's colours: bars of words coming due and answered, and today's
+// words by why they are due.
+constexpr uint32_t kComing = 0x3078C0, kAnswered = 0x48A048, kOverdue = 0xD02828, kFalling = 0xF09020, kHard = 0x8C3CA0;
+
+// Bars stand for their counts: each as high as the tallest times its share
+// of the tallest's count, to the pixel.
+void ExpectBarsFor(const std::vector<int>& heights, const std::vector<int>& counts, const char* what) {
+  ASSERT_EQ(heights.size(), counts.size()) << what;
+  const int most = *std::max_element(counts.begin(), counts.end());
+  const int tallest = *std::max_element(heights.begin(), heights.end());
+  EXPECT_GE(tallest, 100) << what << ": bars tall enough to read";
+  for (size_t i = 0; i < counts.size(); ++i) {
+    EXPECT_NEAR(heights[i], static_cast<double>(counts[i]) * tallest / most, 1.0) << what << " bar " << i;
+  }
+}
+
+TEST_F(StatsTool, PictureShowsTheBars) {
+  MakeBook(20);
+  tqtest::WriteHistory(Path("book.his"), KnownHistory());
+  std::string out;
+  ASSERT_EQ(Stats("--days 14 --png '" + Path("stats.png") + "'", &out), 0) << out;
+  EXPECT_TRUE(Has(out, "picture: " + Path("stats.png") + "\n")) << out;
+  Picture png;
+  ASSERT_TRUE(png.Read(Path("stats.png")));
+  EXPECT_GE(png.width, 600);
+
+  // Today's bar stacks 2 overdue, 1 falling due and 2 hard words; the
+  // coming days' bars (days without words have none) stand beside it, on
+  // one scale.
+  std::vector<int> today = png.Bars(kOverdue);
+  ASSERT_EQ(today.size(), 1u);
+  std::vector<int> heights = {today[0], png.Bars(kFalling).at(0), png.Bars(kHard).at(0)};
+  std::vector<int> coming = png.Bars(kComing);
+  heights.insert(heights.end(), coming.begin(), coming.end());
+  ExpectBarsFor(heights, {2, 1, 2, 2, 3, 1, 1, 1}, "coming");
+
+  // The past 30 days, oldest first.
+  std::vector<int> answered = {2, 1, 1, 1, 1, 2, 2, 1, 1, 1, 2, 1, 1, 3, 2, 1, 2, 2, 1, 3, 2, 3, 4, 5, 6};
+  ExpectBarsFor(png.Bars(kAnswered), answered, "answered");
 }
 
 TEST_F(StatsTool, ManyLeechesListTheWorstAndCountTheRest) {

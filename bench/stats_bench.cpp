@@ -74,6 +74,12 @@ void BM_StatsReport(benchmark::State& state) {
 }
 BENCHMARK(BM_StatsReport)->Unit(benchmark::kMillisecond)->UseRealTime();
 
+void BM_StatsReportWithPicture(benchmark::State& state) {
+  Report(state, {"stats", "--book", Stats().idx, "--history", Fixture().history, "--date", Stats().date, "--png",
+                 Fixture().dir + "/stats.png"});
+}
+BENCHMARK(BM_StatsReportWithPicture)->Unit(benchmark::kMillisecond)->UseRealTime();
+
 void BM_ToolStart(benchmark::State& state) { Report(state, {"stats", "--help"}); }
 BENCHMARK(BM_ToolStart)->Unit(benchmark::kMillisecond)->UseRealTime();
 

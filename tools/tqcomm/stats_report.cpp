@@ -19,7 +19,7 @@ constexpr int kLastDay = 65534;
 // keeps file order, so the list is usually sorted already.
 class DaySelection {
  public:
-  DaySelection(const StatsInput& in) : wizard_(vcCOrvexWizard_New()) {
+  explicit DaySelection(const StatsInput& in) : wizard_(vcCOrvexWizard_New()) {
     if (wizard_ <= 0) return;
     vcCOrvexWizard_SetFileNames(wizard_, in.history.c_str());
     vcCOrvexWizard_SetForgetCurve(wizard_, in.curve);

@@ -7,57 +7,21 @@
 // lengths never add up to more than the text, as a caller's would not.
 // Printable copy: a mode byte, two bytes of answer-file length, the answer
 // file, then the page.
-#include <unistd.h>
-
 #include <algorithm>
 #include <cstdint>
-#include <cstdio>
-#include <cstdlib>
 #include <cstring>
 #include <string>
 
+#include "fuzz_util.h"
 #include "html/detail_page.h"
 #include "html/printable_page.h"
 
 namespace {
 
-void Check(bool ok) {
-  if (!ok) std::abort();
-}
-
-void WriteAll(const std::string& path, const uint8_t* data, size_t n) {
-  std::FILE* f = std::fopen(path.c_str(), "wb");
-  Check(f != nullptr);
-  if (n > 0) std::fwrite(data, 1, n, f);
-  std::fclose(f);
-}
-
-std::string ReadAll(const std::string& path) {
-  std::string out;
-  std::FILE* f = std::fopen(path.c_str(), "rb");
-  if (f == nullptr) return out;
-  char buf[4096];
-  size_t got;
-  while ((got = std::fread(buf, 1, sizeof buf, f)) > 0) out.append(buf, got);
-  std::fclose(f);
-  return out;
-}
-
-const std::string& Scratch() {
-  static const std::string dir = [] {
-    std::string d = "/tmp/tq_html_fuzz." + std::to_string(getpid());
-    std::string cmd = "mkdir -p " + d;
-    Check(std::system(cmd.c_str()) == 0);
-    std::atexit([] {
-      std::string rm = "rm -rf /tmp/tq_html_fuzz." + std::to_string(getpid());
-      if (std::system(rm.c_str()) != 0) {
-        // a leftover scratch folder is harmless
-      }
-    });
-    return d;
-  }();
-  return dir;
-}
+using fuzzutil::Check;
+using fuzzutil::ReadAll;
+using fuzzutil::Scratch;
+using fuzzutil::WriteAll;
 
 void Detail(const uint8_t* data, size_t size) {
   if (size < 8) return;
@@ -81,15 +45,14 @@ void Printable(const uint8_t* data, size_t size) {
   if (size < 3) return;
   int mode = data[0] % 4;
   size_t answers = std::min<size_t>(size - 3, static_cast<size_t>(data[1] | data[2] << 8));
-  const std::string dir = Scratch();
-  WriteAll(dir + "/ans.txt", data + 3, answers);
-  WriteAll(dir + "/quiz.htm", data + 3 + answers, size - 3 - answers);
+  WriteAll(Scratch("ans.txt"), data + 3, answers);
+  WriteAll(Scratch("quiz.htm"), data + 3 + answers, size - 3 - answers);
   int blank = mode & 1, numbered = mode >> 1;
-  Check(tq::html::GenPrintablePage((dir + "/quiz.htm").c_str(), (dir + "/print.htm").c_str(),
-                                   (dir + "/ans.txt").c_str(), blank, numbered) == 1);
+  Check(tq::html::GenPrintablePage(Scratch("quiz.htm").c_str(), Scratch("print.htm").c_str(),
+                                   Scratch("ans.txt").c_str(), blank, numbered) == 1);
   // Boxes only ever shrink to their replacement, so the copy stays within
   // the page, the answers and the foot.
-  std::string out = ReadAll(dir + "/print.htm");
+  std::string out = ReadAll(Scratch("print.htm"));
   Check(out.size() <= 40 * (size + 16) + 64);
 }
 

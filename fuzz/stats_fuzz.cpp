@@ -11,14 +11,7 @@
 #include <cstdlib>
 #include <string>
 
-#include "platform/host.h"
 #include "stats_report.h"
-
-// The wizard's one question to the user never comes up in a report (it
-// asks only while learning); the host's windows stay out of the target.
-namespace tq::host {
-int MessageBox(int, const char*, const char*, unsigned) { return 7; }
-}  // namespace tq::host
 
 // What the report's sources take from the rest of the tool.
 namespace tqcomm {

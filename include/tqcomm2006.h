@@ -520,6 +520,135 @@ TQ_API int TQ_CALL vcCOrvexWizard_ReadAllDegrees(const char* path, int32_t* degr
 /* (end of history file upkeep) */
 
 /* ======================================================================
+ * Notebooks and book display: the record functions
+ *
+ * An older family over the same index, library and tag files as
+ * vcCOrvexBook_, through a record the caller owns. A notebook is a word
+ * book of short entries (word, "[pronunciation]", explanation, 0) whose
+ * library opens with one 0 byte: each entry's index offset is the 0 that
+ * ends the entry before it. Offsets below are those of the index: the
+ * entry's leading separator.
+ *
+ * The quick readers and the display functions read a small fixed window of
+ * the library at the entry (40, 64, 98 or 190 bytes) and cut the text out
+ * of it, so long text is cut; nothing beyond the window is ever shown.
+ * Drawing goes to a device context (on Linux a host surface, tqhost.h).
+ * Temporary files are made in the working directory with fixed names
+ * ("tqplsxht.apy", "tmp.idx", "tmp.tag", "tmp.lib"): one edit at a time.
+ * ====================================================================== */
+
+typedef struct BookRecord {
+  TqStream idxFile;     /* the open index (0 = none) */
+  TqStream libFile;     /* the open library */
+  TqStream tagFile;     /* the open tag file */
+  uint32_t reserved0;
+  int32_t separator;    /* the entry separator, set to 0 by the opens */
+  char reserved1[256];  /* the front ends' own */
+  char name[260];       /* the index path, the stem of the sibling files */
+} BookRecord;
+
+TQ_STATIC_ASSERT(offsetof(BookRecord, libFile) == 4, "BookRecord.libFile");
+TQ_STATIC_ASSERT(offsetof(BookRecord, tagFile) == 8, "BookRecord.tagFile");
+TQ_STATIC_ASSERT(offsetof(BookRecord, separator) == 16, "BookRecord.separator");
+TQ_STATIC_ASSERT(offsetof(BookRecord, name) == 276, "BookRecord.name");
+TQ_STATIC_ASSERT(sizeof(BookRecord) == 536, "BookRecord size");
+
+/* Sets separator to 0, stores the path in name, opens it "rb" into idxFile
+ * (whatever was there is not closed). The word count, or -1. */
+TQ_API int TQ_CALL vcOpenBookIdxAndReturnNum(BookRecord* book, const char* idxPath);
+/* Sets separator to 0 and opens the library "rb" into libFile (a null path
+ * means name plus ".lib"). Its length in bytes, or -1. */
+TQ_API int TQ_CALL vcOpenBookLib(BookRecord* book, const char* libPath);
+/* count offsets from the index's current position: 0, or -2 when fewer
+ * came (or no index is open). */
+TQ_API int TQ_CALL vcReadBookIndex(BookRecord* book, int32_t* dest, int count);
+/* Close and clear the file: the result of the close, 0 when none was open. */
+TQ_API int TQ_CALL vcCloseBookIdx(BookRecord* book);
+TQ_API int TQ_CALL vcCloseBookLib(BookRecord* book);
+/* The word of the entry at offset (out: 32 bytes): up to its "[", a word of
+ * 31 bytes or more cut to 29, trailing bytes of 128 or above dropped. Its
+ * length; -1 (out "") when the library is not open. */
+TQ_API int TQ_CALL vcGetEnglishWordFromBook(BookRecord* book, int offset, char* out);
+/* The same for word number no of the open index; -1 (out "") when the
+ * number is not in the index. */
+TQ_API int TQ_CALL vcGetEnglishWordFromBookByNo(BookRecord* book, int no, char* out);
+/* The explanation of the entry at offset (out: 98 bytes): from the "]" to
+ * the separator, within 98 bytes, a class mark "{nn}" dropped. Its length
+ * plus 1; 0 (out "") when there is no "]" in reach or no open library. */
+TQ_API int TQ_CALL vcGetExplainFromBook(BookRecord* book, int offset, char* out);
+/* Writes word "\r\n" explanation "\r\n" for every offset from the index's
+ * current position to its end. 0, or -3 when the output cannot be created
+ * or the book is not open. */
+TQ_API int TQ_CALL vcExportBookWords(BookRecord* book, const char* outPath);
+/* The word count of an index file; 0 when it is missing. */
+TQ_API int TQ_CALL vcGetBookWordNum(const char* idxPath);
+TQ_API int TQ_CALL vcGetOrvexNotebookWordNum(const char* idxPath);
+
+/* Drawing. Every display function ends by drawing the list's underline: a
+ * solid 1-pixel line of colour 0x808080 from (0, 22) to (600, 22), which
+ * does not follow x and y. */
+/* The word of the entry at offset; offset -1 draws the line alone. */
+TQ_API void TQ_CALL vcDispWord(BookRecord* book, int offset, int dc, int x, int y);
+/* The "[pronunciation]" in the pronunciation font; "[]" draws the line
+ * alone, and an entry with no "[" before its separator draws nothing. */
+TQ_API void TQ_CALL vcDispPronun(BookRecord* book, int offset, int dc, int x, int y);
+/* The explanation, up to the separator, "*", "~" or 188 bytes into the
+ * window; a class mark is not drawn but is measured. Its width in pixels
+ * (0 for offset -1, which draws the line alone). */
+TQ_API int TQ_CALL vcDispExplain(BookRecord* book, int offset, int dc, int x, int y);
+/* Draws text in the face "pron" (weight 700), or in the current font when
+ * that cannot be made. */
+TQ_API void TQ_CALL DrawPronStr(int dc, const char* text, int x, int y);
+/* The underline in another colour (0x00BBGGRR). */
+TQ_API void TQ_CALL vcDrawUnderLine(int dc, uint32_t colour);
+
+/* Tags. A null index path means name. */
+/* Opens the ".tag" file beside the index "rb" into tagFile, first making it
+ * (400 bytes of header and a zero per word of the index) when it is
+ * missing. The number of tags, or -1. */
+TQ_API int TQ_CALL vcOpenBookTagAndReturnNum(BookRecord* book, const char* idxPath);
+/* Reads the open tag file, header included, into buffer (room for 100 plus
+ * the number of tags), and closes it: 0, or -2 on a short read, which
+ * closes the file but leaves its stale number in tagFile. */
+TQ_API int TQ_CALL vcReadWordTagThenCloseTag(BookRecord* book, int32_t* buffer);
+/* The same on a tag file it opens and closes itself: 0, -1 when it will
+ * not open, -2. */
+TQ_API int TQ_CALL vcOpen_Read_CloseBookTag(BookRecord* book, int32_t* buffer, const char* idxPath);
+/* Writes header and count tags from buffer as the whole tag file (through
+ * "tqplsxht.apy"). 0, or -3 with the tag file as it was. */
+TQ_API int TQ_CALL vcWriteWordTagFile(BookRecord* book, const char* idxPath, const int32_t* buffer, int count);
+
+/* Notebooks. */
+/* A new library file of one 0 byte: 1, or -1. */
+TQ_API int TQ_CALL vcMakeBlankNoteBook(const char* libPath);
+/* Appends word, pronunciation (stored as given: pass the brackets) and
+ * explanation (its first line with firstLineOnly) to the notebook, its
+ * offset to the index and a zero tag to the ".tag" file. Failures show a
+ * message box (OK only, no owner) and answer -1; a tag that cannot be
+ * written is told the same way but still answers 0. */
+TQ_API int TQ_CALL vcFullAppendNotebook(const char* idxPath, const char* word, const char* explanation,
+                                       const char* pronunciation, int firstLineOnly);
+/* Appends n zero tags (after a zero header when the file is new): 0, -1. */
+TQ_API int TQ_CALL vcFullAppendBlankNoteTags(const char* idxPath, int n);
+/* Removes index and tag file and resets the library to one 0 byte. */
+TQ_API void TQ_CALL vcDeleteNoteBook(BookRecord* book, const char* idxPath);
+/* Rewrites the notebook named in the record, keeping word i (offsets[i])
+ * when flags[i] is 0, with its tag tags[100 + i] (tags as read whole).
+ * Needs the library open in libFile, and closes it. Keeping none empties
+ * the notebook as vcDeleteNoteBook. 0, or -1 with the notebook unchanged. */
+TQ_API int TQ_CALL vcDeleteNoteBookWords(BookRecord* book, const int32_t* offsets, const int32_t* tags,
+                                        const int32_t* flags, int n);
+/* The widest span of days in the ".pag" (24-byte records) and ".dir"
+ * (128-byte records) files of the working directory, from the day number
+ * at byte 14 of each record (65535: none). At least 0. */
+TQ_API int TQ_CALL vcGetLearningStatus(void);
+/* Copies a file with every byte scrambled by the sound key, which the same
+ * call undoes. 1, or -1. */
+TQ_API int TQ_CALL vcPrepareFontLib(const char* srcPath, const char* dstPath);
+
+/* (end of notebooks and book display) */
+
+/* ======================================================================
  * Classic dictionaries: vcCm..., entry detail and word forms
  * ====================================================================== */
 
@@ -760,6 +889,347 @@ TQ_API void TQ_CALL vcCWordMSet_Delete(int set);
 /* (end of word set) */
 
 /* ======================================================================
+ * Sound: wave files, segments and conversions, MP3 in both directions
+ *
+ * Wave files are RIFF "WAVE" files of PCM samples: 8-bit unsigned or 16-bit
+ * signed little-endian, channels interleaved left first. The caller owns
+ * the WaveFileObj and passes it to every call; there is no handle here.
+ * ====================================================================== */
+
+/* A chunk of a RIFF file, five 32-bit fields. dataOffset is the file
+ * offset of the chunk's body; for a "RIFF" chunk the form type is the
+ * first four bytes of that body. */
+typedef struct TqChunkInfo {
+  uint32_t id;         /* four characters, first in the lowest byte */
+  uint32_t size;       /* bytes in the body */
+  uint32_t formType;   /* "WAVE" for the outer chunk */
+  uint32_t dataOffset;
+  uint32_t flags;      /* set while a chunk made here still needs its size */
+} TqChunkInfo;
+
+/* The body of the "fmt " chunk, 16 bytes as in the file. */
+typedef struct TqWaveFormat {
+  uint16_t formatTag; /* 1: PCM */
+  uint16_t channels;
+  uint32_t samplesPerSecond;
+  uint32_t averageBytesPerSecond;
+  uint16_t blockAlign;
+  uint16_t bitsPerSample;
+} TqWaveFormat;
+
+typedef struct WaveFileObj {
+  char fileName[200];    /* the path, put there by the caller or InitWaveFileObj */
+  TqChunkInfo dataChunk; /* "fmt ", then "data": the chunk still open at the close */
+  TqChunkInfo riffChunk;
+  TqWaveFormat format;
+  TqStream handle;       /* the open file (0 = none) */
+  int32_t dataSize;      /* bytes of the "data" chunk (set by OpenWaveFileToRead) */
+  int32_t dataOffset;    /* file offset of its first byte (set by OpenWaveFileToRead) */
+} WaveFileObj;
+
+TQ_STATIC_ASSERT(sizeof(TqChunkInfo) == 20, "TqChunkInfo size");
+TQ_STATIC_ASSERT(offsetof(TqWaveFormat, samplesPerSecond) == 4, "TqWaveFormat.samplesPerSecond");
+TQ_STATIC_ASSERT(offsetof(TqWaveFormat, blockAlign) == 12, "TqWaveFormat.blockAlign");
+TQ_STATIC_ASSERT(sizeof(TqWaveFormat) == 16, "TqWaveFormat size");
+TQ_STATIC_ASSERT(offsetof(WaveFileObj, dataChunk) == 200, "WaveFileObj.dataChunk");
+TQ_STATIC_ASSERT(offsetof(WaveFileObj, riffChunk) == 220, "WaveFileObj.riffChunk");
+TQ_STATIC_ASSERT(offsetof(WaveFileObj, format) == 240, "WaveFileObj.format");
+TQ_STATIC_ASSERT(offsetof(WaveFileObj, handle) == 256, "WaveFileObj.handle");
+TQ_STATIC_ASSERT(offsetof(WaveFileObj, dataSize) == 260, "WaveFileObj.dataSize");
+TQ_STATIC_ASSERT(offsetof(WaveFileObj, dataOffset) == 264, "WaveFileObj.dataOffset");
+TQ_STATIC_ASSERT(sizeof(WaveFileObj) == 268, "WaveFileObj size");
+
+/* Writing: InitWaveFileObj, CreateWaveFile, WriteWaveFile..., CloseWaveFile.
+ * Reading: fileName set, OpenWaveFileToRead, seeks and reads, CloseWaveFile.
+ * A record filled by OpenWaveFileToRead may be copied whole and given a new
+ * fileName to create a file of the same format. */
+
+/* Copies the name and fills format (PCM); touches nothing else, handle
+ * included. Answers the block align. */
+TQ_API int TQ_CALL InitWaveFileObj(WaveFileObj* wave, int samplesPerSecond, int bits, int channels,
+                                   const char* fileName);
+/* Creates fileName (truncating it) with the 44-byte header, sizes 0, and
+ * leaves the "data" chunk open. 1, or 0 (not -1) on failure; a failure
+ * after the file was made leaves it open in handle. */
+TQ_API int TQ_CALL CreateWaveFile(WaveFileObj* wave);
+/* Finds "fmt " (16 bytes or more; channels 1 or 2, nothing else checked)
+ * and "data", and stands at the first sample. 1, or -1. After a failure
+ * handle keeps a stale number: do not close such a record. */
+TQ_API int TQ_CALL OpenWaveFileToRead(WaveFileObj* wave);
+/* Reads up to count bytes, stopping where the absolute file position
+ * reaches dataSize (so the last dataOffset bytes of the sound are never
+ * delivered). The bytes delivered, 0 at the end. */
+TQ_API int TQ_CALL ReadFromWaveFile(WaveFileObj* wave, void* buffer, int count);
+/* Appends at the file position; the bytes written, -1 with no file. */
+TQ_API int TQ_CALL WriteWaveFile(WaveFileObj* wave, const void* buffer, int count);
+/* Closes the "data" and "RIFF" chunks (writing their sizes, padding to an
+ * even length, when the file was made here) and the file; clears handle.
+ * 0 on success; with no file 0 and nothing done. */
+TQ_API int TQ_CALL CloseWaveFile(WaveFileObj* wave);
+/* The position in milliseconds from the first sample. */
+TQ_API int TQ_CALL GetCurrentTimePos(WaveFileObj* wave);
+/* Seeks to WaveTimeOffsetToByteOffset(ms): data taken to begin at byte 64.
+ * The seeks answer the new file position, or -1. */
+TQ_API int TQ_CALL SeekWaveFileByTime(WaveFileObj* wave, int ms);
+/* Seeks to dataOffset + offset. */
+TQ_API int TQ_CALL SeekWaveFileByByte(WaveFileObj* wave, int offset);
+/* origin 0: dataOffset + offset; 1: from the position; else from the end
+ * of the whole file. */
+TQ_API int TQ_CALL BetterSeekWaveFileByBytes(WaveFileObj* wave, int offset, int origin);
+
+/* Conversions by the format's channels x rate x bits / 8 (not its stored
+ * average), truncated. */
+TQ_API int TQ_CALL WaveByteLenToTimeLen(const TqWaveFormat* format, int bytes);
+/* Bytes, an odd count moved one toward zero. */
+TQ_API int TQ_CALL WaveTimeLenToByteLen(const TqWaveFormat* format, int ms);
+/* WaveTimeLenToByteLen + 64. */
+TQ_API int TQ_CALL WaveTimeOffsetToByteOffset(const TqWaveFormat* format, int ms);
+/* The format block of a wave file: 1, or -1. */
+TQ_API int TQ_CALL GetWaveFileFormat(const char* path, TqWaveFormat* format);
+/* para gets channels, bits, rate, data bytes, milliseconds: 1, or -1. */
+TQ_API int TQ_CALL vcGetWaveFilePara(const char* path, int32_t* para);
+/* Milliseconds of the data chunk, or -1. */
+TQ_API int TQ_CALL vcGetWaveFileLenInTime(const char* path);
+
+/* The number of wave output devices; 0 means no sound. */
+TQ_API int TQ_CALL vcIfAudioReady(void);
+/* Dispatches at most one waiting message of the calling thread; 0 when
+ * there was none. */
+TQ_API int TQ_CALL DoEvents(void);
+/* Plays a wave file without waiting, with no default sound as fallback;
+ * 0 and nothing played without a device. Up and Down are one function. */
+TQ_API int TQ_CALL vcButtonEnterSound(const char* path);
+TQ_API int TQ_CALL vcButtonDownSound(const char* path);
+TQ_API int TQ_CALL vcButtonUpSound(const char* path);
+
+/* Cuts startMs..endMs (endMs < 0: to the end) into a new wave of the same
+ * format, through buffer (null: 2,048 bytes of its own). The cut is the
+ * span's bytes plus 64, from the time seek. 1, or -1 when the source will
+ * not open. vcExtractWaveSeg only forwards. */
+TQ_API int TQ_CALL ExtractWaveSeg(const char* srcPath, const char* dstPath, int startMs, int endMs, void* buffer,
+                                  int bufferSize);
+TQ_API int TQ_CALL vcExtractWaveSeg(const char* srcPath, const char* dstPath, int startMs, int endMs,
+                                    void* buffer, int bufferSize);
+/* A mono copy, 1,024 bytes written for every 2,048 read (so always a
+ * multiple of 1,024). 2 when the source was mono (a plain copy), -1 when it
+ * will not open, else the result of closing the target. */
+TQ_API int TQ_CALL vcWaveSteroToMono(const char* srcPath, const char* dstPath);
+
+/* Buffer conversions. They run from the last element to the first, so dst
+ * may be src. Element 0 is left as noted. */
+/* dst[i] = (src[i] - 128) << 8 for i from count - 1 down to 1. */
+TQ_API void TQ_CALL WaveBuf8To16(const uint8_t* src, int16_t* dst, int count);
+/* dst[i] = src[i / 2] for i from 2 x frames - 1 down to 1 (8 or 16 bits). */
+TQ_API void TQ_CALL WaveBufMonoToStero(int bits, const void* src, void* dst, int frames);
+/* Doubles the rate by interpolation for 16-bit mono and 8/16-bit stereo, or
+ * quadruples 16-bit stereo (factor 4); any other case does nothing. Reads
+ * one frame past src's end; leaves the first output frame partly unwritten. */
+TQ_API void TQ_CALL WaveBufAmplifyBitrate(int bits, int channels, int factor, const void* src, void* dst,
+                                          int frames);
+/* Rate (linear interpolation), then channels (1 -> 2 copies, 2 -> 1 keeps
+ * the left), then depth, into dst. scratchSize bytes of scratch are made
+ * here; dst and scratch must hold the largest step. The resampler reads two
+ * frames past src's frames. The bytes in dst, or -1 when the formats are
+ * equal. */
+TQ_API int TQ_CALL vcWaveBufConvert(int srcBits, int srcChannels, int srcRate, int dstBits, int dstChannels,
+                                    int dstRate, const void* src, void* dst, int frames, int scratchSize);
+
+/* MP3 to wave. One conversion at a time in the process. secondsOut (may be
+ * null) gets the seconds the work took. The wave has the MP3's rate and
+ * channels at 16 bits and its file times. 0 when the decoding ran (also
+ * when no frame came out: then no wave is made); -1 when the file is not
+ * MPEG audio or will not open. */
+TQ_API int TQ_CALL vcMp3ToWav(const char* mp3Path, const char* wavePath, int32_t* secondsOut);
+/* The same, moving a progress bar (0 for none) from 0 to 100. */
+TQ_API int TQ_CALL vcMp3ToWavShowProgress(const char* mp3Path, const char* wavePath, int progressBar,
+                                          int32_t* secondsOut);
+/* Starts the conversion on a thread of its own and returns at once:
+ * non-zero when the thread started. vcGetMp3ToWavPercentage then gives 0 to
+ * 100, and 1000 when the job has ended, cancelled or not; a source that
+ * cannot be decoded stays at 0 for good, so wait with a time-out.
+ * vcCancelConvert stops the job within 1,024 frames and deletes the wave. */
+TQ_API int TQ_CALL vcMp3ToWavByThread(const char* mp3Path, const char* wavePath);
+TQ_API int TQ_CALL vcGetMp3ToWavPercentage(void);
+TQ_API void TQ_CALL vcCancelConvert(void);
+/* Milliseconds, 0 on any failure. */
+TQ_API int TQ_CALL vcGetMp3FileLengthInTime(const char* mp3Path);
+/* startMs..endMs of the MP3 (endMs < 0: to the end; an absolute time) into
+ * a wave that opens with one block from the start of the file. thin
+ * halves the rate until it is at most 11,030 per second, keeping every
+ * n-th sample; a thinned stereo file gets a header and no samples. 0, or
+ * -1 as vcMp3ToWav. */
+TQ_API int TQ_CALL vcExtractMp3ToWav(const char* mp3Path, const char* wavePath, int startMs, int endMs, int thin);
+
+/* Wave to MP3 at bitrate kbit/s (constant, joint stereo or mono), read from
+ * byte 64 of the wave whatever its header. The progress bar (0 for none)
+ * moves in steps of 10. 1, or -1; reasons go to standard output or error. */
+TQ_API int TQ_CALL vcEncodeWavToMp3ShowProgress(const char* wavePath, const char* mp3Path, int bitrate,
+                                                int progressBar);
+TQ_API int TQ_CALL vcEncodeWavToMp3(const char* wavePath, const char* mp3Path, int bitrate);
+
+/* (end of sound) */
+
+/* ======================================================================
+ * Quizzes: vcChoiceQtFile_, vcFillBlankQtFile_, question generation and
+ * the usage test
+ *
+ * Question banks are written as text and compiled once into files of
+ * fixed records with no header: the record count is the file length over
+ * the record size, a question's number is its record's position. Each of
+ * the two file families has handles 1 to 9 and keeps one record of each
+ * handle in memory: a record is read again only when another number is
+ * asked for, and a change goes to the file at once. Indexes are record
+ * numbers from 0; one that is not a record of the file answers -1 (and
+ * changes nothing), as does an empty handle.
+ *
+ * Exam pages are GB2312. Their element ids are what the front ends'
+ * scripts find: the radio group "radio<d>" holds the choice of question d
+ * (shown number, from 1) and the name of "answ<d>" begins with the right
+ * letter; a fill-blank page has the text boxes "Blk<ddd>-<kkk>" and the
+ * answers in the names of "answ<ddd>-<kkk>". The images savesample.jpg and
+ * savesentence.jpg go beside the page.
+ * ====================================================================== */
+
+/* One choice question, as stored in a question file (and in a digest of
+ * whole records). Texts are GBK, each ended by a zero byte within its
+ * field; options are stored without their letters. Integers little-endian.
+ * classBits: x 1, c 2, g 4, d 8, t 16. knowledgeCode: five digits, as
+ * "01.234" gives 1234. */
+typedef struct ChoiceQtRecord {
+  char stem[256];
+  char options[5][96];
+  char comment[509]; /* at most 508 bytes; lines separated by a line feed */
+  char reserved1[3];
+  int32_t answer; /* the right option, from 0 */
+  int32_t difficulty;
+  int32_t optionCount;
+  int32_t classBits;
+  int32_t knowledgeCode;
+  char reserved2[8];
+} ChoiceQtRecord;
+TQ_STATIC_ASSERT(sizeof(ChoiceQtRecord) == 1276, "ChoiceQtRecord is 1276 bytes");
+TQ_STATIC_ASSERT(offsetof(ChoiceQtRecord, options) == 256, "options at 256");
+TQ_STATIC_ASSERT(offsetof(ChoiceQtRecord, comment) == 736, "comment at 736");
+TQ_STATIC_ASSERT(offsetof(ChoiceQtRecord, answer) == 1248, "answer at 1248");
+TQ_STATIC_ASSERT(offsetof(ChoiceQtRecord, difficulty) == 1252, "difficulty at 1252");
+TQ_STATIC_ASSERT(offsetof(ChoiceQtRecord, optionCount) == 1256, "optionCount at 1256");
+TQ_STATIC_ASSERT(offsetof(ChoiceQtRecord, classBits) == 1260, "classBits at 1260");
+TQ_STATIC_ASSERT(offsetof(ChoiceQtRecord, knowledgeCode) == 1264, "knowledgeCode at 1264");
+
+/* One fill-blank question: the sentence with each answer in square
+ * brackets in its place. */
+typedef struct FillBlankQtRecord {
+  char text[256];
+  int32_t degree;
+} FillBlankQtRecord;
+TQ_STATIC_ASSERT(sizeof(FillBlankQtRecord) == 260, "FillBlankQtRecord is 260 bytes");
+TQ_STATIC_ASSERT(offsetof(FillBlankQtRecord, degree) == 256, "degree at 256");
+
+/* A record of the question index that vcChoseQts reads: one per question of
+ * a bank, in the bank's order. */
+typedef struct QtIndexRecord {
+  int32_t rangeValueA;
+  int32_t rangeValueB;
+  int32_t knowledgeCode;
+} QtIndexRecord;
+TQ_STATIC_ASSERT(sizeof(QtIndexRecord) == 12, "QtIndexRecord is 12 bytes");
+TQ_STATIC_ASSERT(offsetof(QtIndexRecord, knowledgeCode) == 8, "knowledgeCode at 8");
+
+/* Opens a question file with the given fopen mode: a handle, or -1 when the
+ * file will not open or all nine handles are taken. A failed open keeps its
+ * handle taken for the life of the process. */
+TQ_API int TQ_CALL vcChoiceQtFile_Open(const char* path, const char* mode);
+/* Closes the file and frees the handle. */
+TQ_API void TQ_CALL vcChoiceQtFile_Close(int file);
+/* The number of whole records in the file. */
+TQ_API int TQ_CALL vcChoiceQtFile_GetRecordNum(int file);
+/* Copies the comment (509 bytes of room); bufferSize is not looked at. 0. */
+TQ_API int TQ_CALL vcChoiceQtFile_GetComment(int file, int index, char* buffer, int bufferSize);
+/* Keeps at most 508 bytes of text (never half a character) as the comment
+ * and writes the record back: the records written, 1 (0 when the write
+ * fails, as on a file opened for reading only). */
+TQ_API int TQ_CALL vcChoiceQtFile_SetComment(int file, int index, const char* text);
+TQ_API int TQ_CALL vcChoiceQtFile_GetDifficulty(int file, int index);
+/* Sets one record's difficulty: 1. The index -1 sets every record's: 0. */
+TQ_API int TQ_CALL vcChoiceQtFile_SetDifficulty(int file, int index, int value);
+/* Appends to the digest file the whole record (low byte of wholeRecord
+ * set) or its number as 4 bytes: 1, or -1 when the digest will not open. */
+TQ_API int TQ_CALL vcChoiceQtFile_DigestQt(int file, int index, const char* digestPath, int wholeRecord);
+/* Removes the records of the ascending list of numbers through
+ * "tmptmpdelete.dat" in the working directory: 1, or -1 when that cannot
+ * be made. The file stays open under its handle. */
+TQ_API int TQ_CALL vcChoiceQtFile_CloseAndDeleteQts(int file, int count, const int32_t* indices);
+/* Writes the exam page; the number of questions on it, or -1 when the page
+ * cannot be made. list (may be null): a count, then that many record
+ * numbers; numbers that are not records of the file are passed over. With
+ * neither list nor randomOrder every record is shown in order; randomOrder
+ * shuffles the list (or all numbers). shuffleOptions shuffles each
+ * question's options: pages made within one second shuffle alike.
+ * backgroundImage may be null; showDelete adds a "Delete<n>" image. */
+TQ_API int TQ_CALL vcChoiceQtFile_MakeHtml(int file, const char* htmlPath, int shuffleOptions, int unused,
+                                           const char* backgroundImage, const int32_t* list, int randomOrder,
+                                           int showDelete);
+/* Compiles a question text into a question file, appended to an existing
+ * file unless overwrite is set: 1, or -1 when a file will not open. A
+ * question is written once its bank has had an answer line ("#B"), so the
+ * questions before the first answer line are dropped. A text longer than
+ * its field is cut to it. */
+TQ_API int TQ_CALL vcChoiceQtFile_AddQtTextFile(const char* binaryPath, const char* textPath, int overwrite);
+
+/* The fill-blank file, as the choice file with 260-byte records. */
+TQ_API int TQ_CALL vcFillBlankQtFile_Open(const char* path, const char* mode);
+TQ_API void TQ_CALL vcFillBlankQtFile_Close(int file);
+TQ_API int TQ_CALL vcFillBlankQtFile_GetRecordNum(int file);
+TQ_API int TQ_CALL vcFillBlankQtFile_GetDegree(int file, int index);
+/* One record: 1. The index -1 sets every record: 0. */
+TQ_API int TQ_CALL vcFillBlankQtFile_SetDegree(int file, int index, int value);
+/* One question a line, its leading number dropped; degree 0. 1, or -1. */
+TQ_API int TQ_CALL vcFillBlankQtFile_AddQtTextFile(const char* binaryPath, const char* textPath, int overwrite);
+/* Writes the exam page; the number of questions on it, or -1. Without a
+ * list only records whose degree lies in minDegree..maxDegree are shown
+ * (numbered 1, 2, ... as shown); a listed record is always shown.
+ * showDegree puts "[degree]" in each question's Degree link. A "[" with no
+ * "]" behind it stays as text. */
+TQ_API int TQ_CALL vcFillBlankQtFile_MakeHtml(int file, const char* htmlPath, int showDegree, int minDegree,
+                                              int maxDegree, int unused, const char* backgroundImage,
+                                              const int32_t* list, int randomOrder);
+
+/* "1. He _______ to school." and "B) goes" give "He [goes] to school.";
+ * an option "C) salt, pepper" fills two blanks (seven underscores each).
+ * result needs room for the question plus the option and 4 bytes;
+ * resultSize is not looked at. The length of result. */
+TQ_API int TQ_CALL vcGenChoiceQtSentence(const char* question, const char* option, char* result, int resultSize);
+/* Picks from a question index (QtIndexRecord) the questions that fit:
+ * included (may be null; a count, then ascending numbers) names the only
+ * candidates; rangeLow..rangeHigh (off when either is -1) bounds
+ * rangeValueA, and, when neither secondRangeLow nor secondRangeHigh is -1,
+ * rangeValueB by the same rangeLow..rangeHigh; codeCount codes (a code
+ * ending in 999 stands for its thousand) must hold the knowledgeCode, and
+ * a negative codeCount fits nothing. Writes the numbers to result (room for
+ * one per record; may be null) and answers their count, or -1 when the
+ * index will not open. */
+TQ_API int TQ_CALL vcChoseQts(const char* indexPath, int unusedA, int rangeLow, int rangeHigh, int codeCount,
+                              const int32_t* codes, int unusedB, int secondRangeLow, int secondRangeHigh,
+                              const int32_t* included, int32_t* result);
+/* Shows each text in a message box of its own (no title, OK). */
+TQ_API void TQ_CALL vcTestStringArray(const char* const* strings, int count);
+
+/* The usage test: one open per process. The file's first line is the
+ * number of questions; then four lines a question: the question, and three
+ * options whose first byte is a marker ("$" on the right one). Opens the
+ * file (replacing an earlier one): the number of questions, or -1. */
+TQ_API int TQ_CALL vcOpenUsageTest(const char* path);
+/* Puts the next question in the four windows (options without their
+ * marker) and answers the place of the last option marked "$", 0 to 2.
+ * With none marked the answer is questionWindow itself, and with no test
+ * open -1: anything but 0, 1 and 2 means no answer. Past the end of the
+ * file the windows get the last line again. */
+TQ_API int TQ_CALL vcGetUsageQt(int questionWindow, int optionWindow0, int optionWindow1, int optionWindow2);
+TQ_API void TQ_CALL vcCloseUsageTest(void);
+
+/* (end of quizzes) */
+
+/* ======================================================================
  * Pages: word detail and printable quiz pages
  *
  * Pages are GB2312 and name their images by bare file name, so the images
@@ -788,6 +1258,291 @@ TQ_API int TQ_CALL vcGenPrintableHtml(const char* srcPath, const char* dstPath, 
                                       int blankMode, int numbered);
 
 /* (end of pages) */
+
+/* ======================================================================
+ * Desktop: window shaping, text measurement and window procedures
+ *
+ * Windows and device contexts are 32-bit integer handles, in arguments and
+ * records alike (on Linux those of tqhost.h).
+ * ====================================================================== */
+
+/* Cuts the window to the outline of all that its client area shows in other
+ * colours than colour (a COLORREF, 0x00BBGGRR), read pixel by pixel: a
+ * polygon down the left edges and up the right edges, filled even-odd, so a
+ * shape with holes or bays in its sides keeps them only where an edge
+ * reaches. 1, or -1 when nothing differs from the colour. The first
+ * argument is not used. */
+TQ_API int TQ_CALL vcMakeNoRegularWin(int unused, int window, unsigned int colour);
+/* Gives the window its whole rectangle back; nonzero on success. */
+TQ_API int TQ_CALL vcRestoreWinRgn(int window);
+/* Adds [left, right) x [top, bottom) to the window's region. A window that
+ * has no region yet is cut to the rectangle alone. Nonzero on success. */
+TQ_API int TQ_CALL vcAddRectRgn(int window, int left, int top, int right, int bottom);
+/* Takes [left, right) x [top, bottom) out of the window's region (from
+ * (0, 0)-(20, 20) when it has none). bottom is also the handle of a region
+ * that receives the result, is set on the window and is then deleted: pass
+ * a region handle there (tqHost_CreateRectRgn on Linux), which is also the
+ * rectangle's bottom edge. Nonzero when the region was set. */
+TQ_API int TQ_CALL vcSubstractRectRgn(int window, int left, int top, int right, int bottom);
+/* The height in pixels of the text in the device context's font; with a
+ * null or empty text, that of a fixed sample of nine bytes: "ABClp" and two
+ * Chinese characters. */
+TQ_API int TQ_CALL vcGetStringHeight(int dc, const char* text);
+/* The width in pixels of the text in the device context's font (0 for a
+ * null text). vcGetStringWidth is the same function. */
+TQ_API int TQ_CALL vcGetTextWidth(int dc, const char* text);
+TQ_API int TQ_CALL vcGetStringWidth(int dc, const char* text);
+
+/* The long-text record of vcDrawLongText, owned by the caller. */
+typedef struct DrawTextObj {
+  int32_t dc;          /* the device context */
+  const char* text;    /* lines ended by CR LF */
+  int32_t height;      /* result: the height drawn */
+  int32_t width;       /* greatest width of a line */
+  int32_t x;           /* left edge of the text */
+  int32_t y;           /* top of the first line */
+  int32_t lineHeight;  /* distance between lines */
+} DrawTextObj;
+
+TQ_STATIC_ASSERT(offsetof(DrawTextObj, text) == sizeof(void*), "DrawTextObj.text");
+TQ_STATIC_ASSERT(offsetof(DrawTextObj, height) == 2 * sizeof(void*), "DrawTextObj.height");
+TQ_STATIC_ASSERT(offsetof(DrawTextObj, lineHeight) == 2 * sizeof(void*) + 16, "DrawTextObj.lineHeight");
+TQ_STATIC_ASSERT(sizeof(DrawTextObj) == (sizeof(void*) == 4 ? 28 : 40), "DrawTextObj size");
+
+/* Stores the text in the record's text field and returns it. */
+TQ_API const char* TQ_CALL vcInitDrawTextObj(DrawTextObj* obj, const char* text);
+/* Draws the text from (x, y) down, lineHeight apart, breaking lines longer
+ * than width: never inside a Chinese character, in English at the last
+ * blank or mark before the word that does not fit (a word longer than the
+ * line is cut where the line is full). Sets height to the pen's travel plus
+ * one line (one more when the last line had to be broken). Returns obj. */
+TQ_API DrawTextObj* TQ_CALL vcDrawLongText(DrawTextObj* obj);
+/* Ruled lines: solid, one pixel, in the colour, from x = 0 to width at
+ * y = step, 2 step, ... while y is at most bottom. The selected pen stays. */
+TQ_API void TQ_CALL vcDrawLineBackground(int dc, int width, int bottom, int step, unsigned int colour);
+/* 1 while the Alt (Ctrl) key is down, else 0. */
+TQ_API int TQ_CALL vcIfAltPressed(void);
+TQ_API int TQ_CALL vcIfCtrlPressed(void);
+
+/* Window procedures. MoveWindowProc makes a strip at the top left of a
+ * window a title bar to drag it by. Its size follows the window's title (the
+ * first 89 bytes): "Dialog" gives the client width less 35 by 30 pixels, and
+ * the titles of the suite's own programs their own sizes; a title holding
+ * none of them has no strip. With a wheel mode other than 0 the procedure
+ * turns the mouse wheel into key presses: towards the user F12 (123), away
+ * F11 (122). Hooking pushes the window on a table and unhooking pops the
+ * last entry, whatever window it was for, and gives its former procedure to
+ * the window named: unhook in the reverse order of hooking. A window of 0 is
+ * ignored. Up to 200 windows; a window not in the table gets 0 from the
+ * procedure. */
+TQ_API void TQ_CALL vcSetMoveWindowProc(int window, int on);
+TQ_API void TQ_CALL vcSetMoveWindowProcEx(int window, int on, int wheelMode);
+/* One window dragged by its left 65 and top 8 pixels. */
+TQ_API void TQ_CALL vcSetMoveWindowProcForTamrill(int window, int on);
+/* Web browser controls (up to 200): a right press arrives as a left press,
+ * the Ctrl key (17) down or up as the key C (67), and WM_COMMAND is
+ * swallowed. A window not in the table gets the number of entries. */
+TQ_API void TQ_CALL vcSetWebCtrlWndProc(int window, int on);
+TQ_API intptr_t TQ_CALL MoveWindowProc(int window, unsigned int message, uintptr_t wParam, intptr_t lParam);
+TQ_API intptr_t TQ_CALL MoveWindowProcForTamrill(int window, unsigned int message, uintptr_t wParam,
+                                                 intptr_t lParam);
+TQ_API intptr_t TQ_CALL WebCtrlProc(int window, unsigned int message, uintptr_t wParam, intptr_t lParam);
+
+/* (end of desktop) */
+
+/* ======================================================================
+ * File services
+ *
+ * Copies and deletions where "clears the mark" means a read-only file is
+ * made writable by its owner again first. Groups pass over a file that
+ * cannot be copied or deleted; folders are never copied or deleted as files.
+ * ====================================================================== */
+
+/* A file kept in a record the caller owns. vcCloseFileForVb closes it
+ * (pass &record.hFile). */
+typedef struct FileForVb {
+  TqStream hFile; /* the open file (0 = none) */
+  char path[260]; /* the path it was opened with, cut to 259 bytes */
+} FileForVb;
+
+TQ_STATIC_ASSERT(offsetof(FileForVb, path) == 4, "FileForVb.path");
+TQ_STATIC_ASSERT(sizeof(FileForVb) == 264, "FileForVb size");
+
+/* Clears the source's mark, copies over the destination (the copy keeps the
+ * source's write time), clears the copy's mark. 1, or 0. */
+TQ_API int TQ_CALL vcCopyFile(const char* source, const char* destination);
+/* Copies every file matching the wildcard pattern into the folder and
+ * clears each copy's mark; the number copied. */
+TQ_API int TQ_CALL vcCopyGroupFile(const char* pattern, const char* folder);
+/* Copies every file of a folder (no subfolders) into another; the number. */
+TQ_API int TQ_CALL vcCopyAllFile(const char* sourceFolder, const char* destinationFolder);
+/* Copies only when the source's last write is later than the destination's
+ * (a missing destination is older). 1 when copied, else 0. */
+TQ_API int TQ_CALL vcCopyNewerFile(const char* source, const char* destination);
+/* Clears the destination's mark and appends the source to it. 0, or -1
+ * when either will not open. */
+TQ_API int TQ_CALL vcAppendFile(const char* source, const char* destination);
+/* Clears the mark and deletes: 1, or 0. */
+TQ_API int TQ_CALL vcDeleteFile(const char* path);
+/* Deletes: 0, or -1. */
+TQ_API int TQ_CALL vcUnlink(const char* path);
+/* Renames a file or folder: 0, or -1. */
+TQ_API int TQ_CALL vcRename(const char* oldPath, const char* newPath);
+/* Deletes the file of that name in the Windows folder: 1, or 0. */
+TQ_API int TQ_CALL vcDeleteWinPathFile(const char* name);
+/* Clears and deletes every file of the folder, then removes the folder: 1
+ * when it is gone, 0 when it stays (it holds a subfolder, or is missing). */
+TQ_API int TQ_CALL vcDeleteAllFile(const char* folder);
+/* Clears and deletes every file matching the pattern; the number deleted. */
+TQ_API int TQ_CALL vcBatDeleteFile(const char* pattern);
+/* Deletes the folder's files "st5unst.*"; the number deleted. */
+TQ_API int TQ_CALL vcDeleteSt5unst(const char* folder);
+
+/* One temporary file for the whole process, all threads. Open makes it anew
+ * (closing one still open): 1, or -1. Write adds the text with no line end,
+ * in spite of its name: 1, or -1 with no file. Close: 0, or -1. */
+TQ_API int TQ_CALL vcOpenTmpFile(const char* path);
+TQ_API int TQ_CALL vcWriteTmpFileLine(const char* text);
+TQ_API int TQ_CALL vcCloseTmpFile(void);
+
+/* Keeps the path and opens the file with the fopen mode: 1, or -1. */
+TQ_API int TQ_CALL vcOpenFileForVb(FileForVb* record, const char* path, const char* mode);
+/* Write the text; ALine adds "\r\n". 1, or -1. */
+TQ_API int TQ_CALL vcWriteFileForVb(FileForVb* record, const char* text);
+TQ_API int TQ_CALL vcWriteFileForVbALine(FileForVb* record, const char* text);
+/* Reads a line of at most size - 1 bytes (its line end kept unless
+ * trimRight, which removes trailing blanks, tabs, CR and LF; trimLeft
+ * removes leading blanks and tabs). Its length, or -1 at the end of the
+ * file (and for a size below 2). */
+TQ_API int TQ_CALL vcReadFileForVb(FileForVb* record, char* buffer, int size, int trimLeft, int trimRight);
+
+/* Files of 32-bit little-endian integers; 0 when the file will not open.
+ * Write makes the file anew: the number written. Read: the number read
+ * (none for a count of -1). Elements: the length divided by 4. */
+TQ_API int TQ_CALL vcWriteIntArrayToFile(const char* path, const int32_t* values, int count);
+TQ_API int TQ_CALL vcReadIntArrayFromFile(const char* path, int32_t* values, int count);
+TQ_API int TQ_CALL vcGetIntArrayFileElements(const char* path);
+
+/* (end of file services) */
+
+/* ======================================================================
+ * Registry, shell and start-up
+ *
+ * On Linux the registry values live in the store of vcGetKeyValueInt; the
+ * Windows, system and special folders, windows, drives, the cursor and the
+ * system's version are the host's (tqhost.h). Programs are started as
+ * detached processes: a command line is split into words as a shell would,
+ * with backslashes kept as path separators and Windows paths mapped.
+ * ====================================================================== */
+
+/* Start-up entries under the local machine's
+ * "SOFTWARE\Microsoft\Windows\CurrentVersion\Run" (RunServices for the
+ * Service pair). 0, or -1. */
+TQ_API int TQ_CALL vcSetStartupRun(const char* name, const char* command);
+TQ_API int TQ_CALL vcRemoveStartupRun(const char* name);
+/* 1 when the entry holds the command, compared without regard to case (an
+ * entry of more than 117 bytes never matches), else 0. */
+TQ_API int TQ_CALL vcIfStartupRun(const char* name, const char* command);
+/* vcSetStartupRun unless vcIfStartupRun is true: 0, or -1. */
+TQ_API int TQ_CALL vcMakeSureStartupRun(const char* name, const char* command);
+TQ_API int TQ_CALL vcSetStartupRunService(const char* name, const char* command);
+TQ_API int TQ_CALL vcRemoveStartupRunService(const char* name);
+
+/* The navigation sound: the current user's
+ * "AppEvents\Schemes\Apps\Explorer\Navigating\.Current", unnamed value.
+ * Remove reads the old path into buffer (200 bytes) and stores "". 0, or -1. */
+TQ_API int TQ_CALL vcSetNavigateSnd(const char* path);
+TQ_API int TQ_CALL vcRemoveNavigateSnd(char* buffer);
+
+/* A shortcut on the desktop: a freedesktop entry written at the desktop
+ * folder + "\" + linkName (name it "*.desktop" for the desktop to show it),
+ * keeping target, arguments, working folder and the hot key (the byte, with
+ * Ctrl and Alt). 1, or 0. */
+TQ_API int TQ_CALL vcAddShortCutToDeskTop(const char* target, const char* arguments, const char* linkName,
+                                          const char* workingFolder, int hotKey);
+/* Delete a file of the desktop, of a group of the programs menu, of the
+ * start menu: 1, or 0. The start menu's first shows the name in a message
+ * box with an empty title. */
+TQ_API int TQ_CALL vcDeleteDeskTopShortCut(const char* name);
+TQ_API int TQ_CALL vcDeleteItemInProgramGroup(const char* group, const char* item);
+TQ_API int TQ_CALL vcDeleteItemInStartMenu(const char* name);
+
+/* Runs the program of the classes root's "http\shell\open\command" (its
+ * path taken from the value's second byte to the next double quote) on the
+ * address: 0, or -1 when the key or value is missing. */
+TQ_API int TQ_CALL vcHttpPage(const char* url);
+/* The same with "mailto\shell\open\command" on "mailto:" + address, and
+ * "?subject=" + subject when there is one. */
+TQ_API int TQ_CALL vcSendMailTo(const char* address, const char* subject);
+/* Opens a help file with the machine's viewer (xchm, kchmviewer, else
+ * xdg-open): 1, or 0 when the file or a viewer is missing. */
+TQ_API int TQ_CALL vcHtmlHelp(const char* path);
+/* Runs wordpad from the Windows folder's drive on the file, or says in a
+ * message box that it cannot be found. */
+TQ_API void TQ_CALL vcDispFileInWordpad(const char* path);
+/* Installs the speech character and voice from "tts\" when the Windows
+ * folder lacks them: 0 when the voice is there, else 1. */
+TQ_API int TQ_CALL vcMakeSureGenieCharacterExist(void);
+/* Starts the companion program at path unless its window answers 804 or
+ * more to message 3369 (that answer is returned); else the result of the
+ * start, as WinExec answers (above 31 when it runs). */
+TQ_API int TQ_CALL vcStartSp(const char* path);
+/* The first CD drive (type 5), A to Z, where the file exists below the
+ * drive's root: its letter, or 0. */
+TQ_API int TQ_CALL vcIfCDROMReady(const char* file);
+/* The same with "X:" in driveOut: 1, or 0. */
+TQ_API int TQ_CALL vcIfCdFileReady(const char* file, char* driveOut);
+/* The system folder into buffer (100 bytes): its length; the room needed
+ * (buffer untouched) when it does not fit. */
+TQ_API int TQ_CALL vcGetSystemDir(char* buffer);
+/* The system's family: 1 NT before 5, 2 the older family before 4.1, 3 NT 5
+ * and later, 4 the older family from 4.1, 5 NT x.1 from 5. */
+TQ_API int TQ_CALL vcNtOr95(void);
+/* 1 when the system's major version is below 6. */
+TQ_API int TQ_CALL vcIsXpCompitableInVista(void);
+/* The window of exactly that title, or 0. */
+TQ_API int TQ_CALL vcFindWindow(const char* title);
+/* The cursor's screen position. 1, or 0. */
+TQ_API int TQ_CALL vcGetMousePosition(int32_t* x, int32_t* y);
+/* A 16-bit value widened without sign. */
+TQ_API int TQ_CALL vcVbIntegerToUnsigned(int value);
+TQ_API int TQ_CALL vcBitAnd(int a, int b);
+TQ_API int TQ_CALL vcBitOr(int a, int b);
+TQ_API int TQ_CALL vcBitXor(int a, int b);
+/* 1 when every byte is a digit (the empty text too), else 0. */
+TQ_API int TQ_CALL vcIsAllDigit(const char* text);
+
+/* (end of registry, shell and start-up) */
+
+/* ======================================================================
+ * Message feed
+ *
+ * Two feeds of new-message counts, files in the Windows folder: the first
+ * "velmarkadv.txt" (lines "number.text"; an empty line ends it) and the
+ * last-seen number "velmarkadv.no", the second "vlkjbadv.txt" and
+ * "vlkjbadv.no". Every open of these files is guarded by a named lock that
+ * holds across processes ("VelmarkAdv", "vlkjbadv": on Linux the file
+ * "<name>.lock" in the Windows folder, locked with flock), waited for at
+ * most 3,000 ms; a wait that runs out does not stop the access. Both feeds
+ * keep the lock in one slot: the Init called last decides the lock that
+ * both wait for. Without an Init nothing is guarded.
+ * ====================================================================== */
+
+/* Opens the feed's lock into the slot: its handle, or 0. */
+TQ_API int TQ_CALL vcInitKuvAdv(void);
+TQ_API int TQ_CALL vcInitKuvAdvForNore(void);
+/* Closes the lock in the slot (either name, one routine): 1, or 0. */
+TQ_API int TQ_CALL vcEndKuvAdv(void);
+TQ_API int TQ_CALL vcEndKuvAdvForNore(void);
+/* The number of messages numbered above the last-seen number; path, when
+ * given, replaces the message file. -2 when it cannot be opened. */
+TQ_API int TQ_CALL vcIfNewMsgExist(const char* path);
+TQ_API int TQ_CALL vcIfNewMsgExistForNore(const char* path);
+/* Replaces the last-seen file by the number (no line end): 1, or -1. */
+TQ_API int TQ_CALL vcSetMaxViewedMsg(int number);
+TQ_API int TQ_CALL vcSetMaxViewedMsgForNore(int number);
+
+/* (end of message feed) */
 
 #ifdef __cplusplus
 }

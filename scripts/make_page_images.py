@@ -63,6 +63,17 @@ def save_icon(name):
     img.save(os.path.join(OUT, name), quality=95)
 
 
+def save_sentence_icon(name):
+    # Beside each quiz question: keep the question as a sentence.
+    img = Image.new("RGB", (11, 11), (255, 255, 255))
+    d = ImageDraw.Draw(img)
+    green = (0x2E, 0x7D, 0x32)
+    d.rectangle([0, 0, 10, 10], outline=green, fill=(0xE8, 0xF5, 0xE9))
+    for y in (3, 5, 7):  # lines of text on a page
+        d.line([(2, y), (8, y)], fill=green)
+    img.save(os.path.join(OUT, name), quality=95)
+
+
 def bullet(name):
     img = Image.new("RGB", (13, 11), (255, 255, 255))
     d = ImageDraw.Draw(img)
@@ -77,6 +88,7 @@ def main():
     speaker("sound6.jpg", (0x1F, 0x5F, 0x9F))  # samples of the dictionary
     speaker("sound5.jpg", (0x2E, 0x7D, 0x32))  # samples from the net
     save_icon("savesample.jpg")
+    save_sentence_icon("savesentence.jpg")
     bullet("icon.bmp")
     return 0
 

@@ -245,8 +245,14 @@ TEST_F(DetailPageTest, PageCommandWritesTheWordsPageWithItsImages) {
   ASSERT_EQ(tqtest::Run(tool + " dict build src.txt -o dict 2>&1", &out), 0) << out;
   ASSERT_EQ(tqtest::Run(tool + " page running -o pages --dict dict 2>&1", &out), 0) << out;
   EXPECT_NE(out.find("pages/run.htm"), std::string::npos) << out;
+  // The tool heads the library's page with the word, its pronunciation in
+  // IPA ("rAn" is /ræn/) and the form that led to it.
+  const std::string tool_head =
+      "<p id=\"tqHead\"><font size=\"5\"><b>run</b></font>&nbsp;&nbsp;<span id=\"tqPron\" style=\"font-family: "
+      "'DejaVu Sans', 'Lucida Sans Unicode', 'Arial Unicode MS', sans-serif; font-size: 16px\">/r&#230;n/</span>"
+      "<br>\r\n<font color=\"#808080\">running &rarr; run</font></p>\r\n";
   EXPECT_EQ(ReadFile("pages/run.htm"),
-            kHead + Heading("dtMean", "cy_title.jpg") + G(u8"v. 跑") + "<br>\r\n" +
+            kHead + tool_head + Heading("dtMean", "cy_title.jpg") + G(u8"v. 跑") + "<br>\r\n" +
                 Heading("dtEMean", "ys_title.jpg") + "to move fast<br>\r\n" + Heading("dtSample", "lj_title.jpg") +
                 Sound("ESRun!", "Run!") + Saved(G(u8"跑！"), "S0") + kTail);
   for (const char* image : {"cy_title.jpg", "sound6.jpg", "icon.bmp"}) {

@@ -2,12 +2,14 @@
 // and a printable quiz page, and a script in the page (tests/browser/
 // page_check.js) reports what a front end's script would find there: the
 // text decoded as GB2312, every section anchor, sound links that give back
-// their sample sentences, images beside the page. Skipped only where no
+// their sample sentences, images beside the page. Exam pages are answered
+// there as a front end's script answers them. Skipped only where no
 // Chromium can be found.
 #include <gtest/gtest.h>
 
 #include <cstdio>
 #include <cstdlib>
+#include <set>
 #include <sstream>
 #include <string>
 #include <vector>
@@ -52,10 +54,11 @@ std::string PercentDecode(const std::string& s) {
   return out;
 }
 
-// The script's sound and save links ("kind rest" lines); its charset, its
-// failures and its end are checked as they are read.
+// The script's sound and save links, exam answers and filled boxes ("kind
+// rest" lines); its charset, its failures and its end are checked as they
+// are read.
 struct Findings {
-  std::vector<std::string> sounds, saves;
+  std::vector<std::string> sounds, saves, choices, blanks;
 };
 
 class PageBrowserTest : public tqtest::TempDirTest {
@@ -106,6 +109,8 @@ class PageBrowserTest : public tqtest::TempDirTest {
       if (kind == "fail") fails.push_back(rest);
       if (kind == "sound") f.sounds.push_back(PercentDecode(rest));
       if (kind == "save") f.saves.push_back(rest);
+      if (kind == "choice") f.choices.push_back(PercentDecode(rest));
+      if (kind == "blank") f.blanks.push_back(PercentDecode(rest));
       if (kind == "charset") charset = rest;
       done = done || kind == "done";
     }
@@ -187,6 +192,52 @@ TEST_F(PageBrowserTest, PrintablePageRendersWithoutTextBoxes) {
                                 u8"1) running", u8"2) runs"}) +
                          "}");
   Screenshot("print.htm", "printable.png", 300);
+}
+
+TEST_F(PageBrowserTest, ExamPageIsAnsweredThroughItsRadioGroups) {
+  WriteFile("bank.txt", G(u8"$ 他每天 _______ 上学。\r\nA) go\r\nB) goes\r\nC) 走路去\r\nD) gone\r\n#C\r\n"
+                          u8"$ Pick the second of five.\r\nA) one\r\nB) two\r\nC) three\r\nD) four\r\nE) five\r\n#B\r\n"
+                          u8"$ Two options: the last.\r\nA) yes\r\nB) no\r\n#B\r\n"
+                          u8"$ 第四题：借入\r\nA) lend\r\nB) borrow\r\nC) return\r\n#B\r\n"));
+  ASSERT_EQ(vcChoiceQtFile_AddQtTextFile("bank.dat", "bank.txt", 1), 1);
+  int f = vcChoiceQtFile_Open("bank.dat", "rb");
+  ASSERT_EQ(vcChoiceQtFile_MakeHtml(f, "exam.htm", 1, 0, nullptr, nullptr, 1, 1), 4);  // all shuffled
+  vcChoiceQtFile_Close(f);
+
+  Findings found =
+      Check("exam.htm", "{\"choices\": true, \"texts\": " + Texts({u8"他每天 _______ 上学。", u8"第四题：借入"}) + "}");
+  // Each question, whatever its place and its options' order, was answered
+  // with the option its record marks right.
+  const std::string right[] = {u8"走路去", "two", "no", "borrow"};
+  ASSERT_EQ(found.choices.size(), 4u);
+  std::set<int> records;
+  for (size_t i = 0; i < found.choices.size(); ++i) {
+    std::istringstream in(found.choices[i]);
+    int d = 0, n = -1;
+    std::string letter, text;
+    in >> d >> n >> letter >> std::ws;
+    std::getline(in, text);
+    EXPECT_EQ(d, static_cast<int>(i) + 1);
+    ASSERT_TRUE(n >= 0 && n < 4) << found.choices[i];
+    EXPECT_EQ(text, right[n]) << found.choices[i];
+    records.insert(n);
+  }
+  EXPECT_EQ(records.size(), 4u);
+  Screenshot("exam.htm", "exam.png", 900);
+}
+
+TEST_F(PageBrowserTest, FillBlankPageIsFilledThroughItsTextBoxes) {
+  WriteFile("fill.txt", G(u8"He [goes] to school.\r\n这本书是[借]来的，[下周]还。\r\n[a] and [b]\r\nNo blanks here.\r\n"));
+  ASSERT_EQ(vcFillBlankQtFile_AddQtTextFile("fill.dat", "fill.txt", 1), 1);
+  int f = vcFillBlankQtFile_Open("fill.dat", "r+b");
+  ASSERT_EQ(vcFillBlankQtFile_SetDegree(f, 2, 3), 1);
+  ASSERT_EQ(vcFillBlankQtFile_MakeHtml(f, "fill.htm", 1, 0, 2, 0, nullptr, nullptr, 0), 3);  // degree 3 left out
+  vcFillBlankQtFile_Close(f);
+
+  Findings found =
+      Check("fill.htm", "{\"blanks\": true, \"texts\": " + Texts({u8"这本书是", u8"来的，", u8"3. No blanks here."}) + "}");
+  EXPECT_EQ(found.blanks, (std::vector<std::string>{"001-000 goes", u8"002-000 借", u8"002-001 下周"}));
+  Screenshot("fill.htm", "fill.png", 300);
 }
 
 }  // namespace

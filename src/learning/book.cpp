@@ -14,7 +14,6 @@ constexpr int kWordLimit = 196;         // characters of a headword a reader kee
 constexpr size_t kExtra2Limit = 3000;   // past this a byte 6 also ends the second extra
 constexpr char kTempIndex[] = "tmpidx.idx";
 constexpr char kTempTag[] = "tmptag.tag";
-constexpr int kTagHeaderInts = 100;
 
 void CopyPath(char* dest, size_t room, const char* src) {
   std::strncpy(dest, src ? src : "", room - 1);
@@ -35,17 +34,6 @@ void ReadField(std::FILE* f, std::string* field, size_t six_limit) {
 
 void Store(char* out, const std::string& value) {
   if (out != nullptr) std::memcpy(out, value.c_str(), value.size() + 1);
-}
-
-bool IsDigit(char c) { return c >= '0' && c <= '9'; }
-
-// An explanation opening with "{nn}" carries a class number.
-bool SplitClassMark(std::string* explanation, int32_t* word_class) {
-  const std::string& s = *explanation;
-  if (s.size() < 4 || s[0] != '{' || !IsDigit(s[1]) || !IsDigit(s[2]) || s[3] != '}') return false;
-  *word_class = (s[1] - '0') * 10 + (s[2] - '0');
-  explanation->erase(0, 4);
-  return true;
 }
 
 bool ReadAllOffsets(const char* path, std::vector<int32_t>* offsets) {
@@ -69,13 +57,6 @@ void CopyRest(std::FILE* in, std::FILE* out) {
   while (ReadI32(in, &v)) WriteI32(out, v);
 }
 
-// Puts the finished temporary file in place of the target.
-bool ReplaceWithTemp(const char* temp, const char* target) {
-  bool ok = env::CopyFile(temp, target);
-  env::Remove(temp);
-  return ok;
-}
-
 int EditTag(const char* tag_path, int position, bool insert) {
   std::FILE* in = env::Open(tag_path, "rb");
   if (in == nullptr) return -1;
@@ -97,7 +78,40 @@ int EditTag(const char* tag_path, int position, bool insert) {
   return ReplaceWithTemp(kTempTag, tag_path) ? 1 : -1;
 }
 
+bool IsDigit(char c) { return c >= '0' && c <= '9'; }
+
 }  // namespace
+
+bool SplitClassMark(std::string* explanation, int32_t* word_class) {
+  const std::string& s = *explanation;
+  if (s.size() < 4 || s[0] != '{' || !IsDigit(s[1]) || !IsDigit(s[2]) || s[3] != '}') return false;
+  *word_class = (s[1] - '0') * 10 + (s[2] - '0');
+  explanation->erase(0, 4);
+  return true;
+}
+
+std::string ExplanationToStore(const char* explanation, bool first_line_only) {
+  std::string text = explanation ? explanation : "";
+  if (first_line_only) text = text.substr(0, text.find_first_of("\r\n"));
+  return text;
+}
+
+bool ReplaceWithTemp(const char* temp, const char* target) {
+  bool ok = env::CopyFile(temp, target);
+  env::Remove(temp);
+  return ok;
+}
+
+bool WriteZeros(std::FILE* f, long count) {
+  for (long i = 0; i < count; ++i) {
+    if (!WriteI32(f, 0)) return false;
+  }
+  return true;
+}
+
+bool MoveOver(const char* temp, const char* target) {
+  return env::Rename(temp, target) || ReplaceWithTemp(temp, target);
+}
 
 void ReadBookEntry(std::FILE* lib, long offset, const BookEntryOut& out) {
   for (char* field : {out.word, out.explanation, out.pronunciation, out.extra1, out.extra2}) {
@@ -248,8 +262,7 @@ long Book::AppendEntry(const BookEntryIn& in) {
 
   const char* pron = in.pronunciation ? in.pronunciation : "";
   size_t pron_len = std::strlen(pron);
-  std::string explanation = in.explanation ? in.explanation : "";
-  if (in.first_line_only) explanation = explanation.substr(0, explanation.find_first_of("\r\n"));
+  std::string explanation = ExplanationToStore(in.explanation, in.first_line_only);
 
   std::string entry(1, static_cast<char>(kSeparator));
   entry += in.word ? in.word : "";

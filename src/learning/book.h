@@ -10,8 +10,13 @@
 
 #include <cstdint>
 #include <cstdio>
+#include <string>
 
 namespace tq {
+
+// The tag file opens with this many 32-bit integers of header; word i's tag
+// follows at 4 * (kTagHeaderInts + i).
+constexpr int kTagHeaderInts = 100;
 
 // The fields of one library entry. Every pointer may be null: the field is
 // then read past but not stored.
@@ -36,6 +41,25 @@ struct BookEntryIn {
 // Reads the library entry whose leading separator stands at offset. The
 // reader never goes past the end of the file, whatever the entry holds.
 void ReadBookEntry(std::FILE* lib, long offset, const BookEntryOut& out);
+
+// An explanation opening with "{nn}" (two ASCII digits) carries a class
+// number: true, with the number stored and the four characters removed.
+// Any other opening stays as text.
+bool SplitClassMark(std::string* explanation, int32_t* word_class);
+
+// The explanation as a writer stores it: whole, or up to its first line end.
+std::string ExplanationToStore(const char* explanation, bool first_line_only);
+
+// Puts a finished temporary file in place of the target and removes the
+// temporary; false when the target could not be written.
+bool ReplaceWithTemp(const char* temp, const char* target);
+// The same by renaming, which replaces the target whole; by copying when
+// the two lie on different file systems.
+bool MoveOver(const char* temp, const char* target);
+
+// Writes count zero integers (blank tags, a tag header); false when a write
+// fails.
+bool WriteZeros(std::FILE* f, long count);
 
 // Tag file edits, on the path alone. 1, or -1.
 int InsertTag(const char* tag_path, int position);

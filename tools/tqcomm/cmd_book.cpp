@@ -147,6 +147,10 @@ int List(const std::string& idx) {
 
 int ImportWordList(const std::string& file, const std::string& idx) { return Import(file, idx, Layout::kAuto); }
 
+int ListBook(const std::string& idx) { return List(idx); }
+
+std::string BookHistoryPath(const std::string& idx) { return HistoryPath(idx); }
+
 int BookCommand(const Args& in) {
   Args args = in;
   std::string idx = DataDir() + "/sample.idx";

@@ -1,14 +1,20 @@
-// tqcomm lookup WORD | --wild PATTERN [--dict DIR]: looks a word up as the
-// front ends do (exact, then its base form, then the closest entry) and
-// prints the entry; or lists the words that fit a pattern. DIR is a folder
+// tqcomm lookup WORD | --wild PATTERN | --list FILE [--dict DIR]: looks a
+// word up (exact, then its base word from the dictionary's table of
+// inflected forms, then the library's base-form rules, then the closest
+// entry) and prints the entry with what hit; or lists the words that fit a
+// pattern; or looks up every word of a list, one line each. DIR is a folder
 // made by "tqcomm dict build" (default: the data folder's "dict").
 #include <unistd.h>
 
 #include <cstdio>
+#include <fstream>
+#include <iostream>
 #include <string>
 #include <vector>
 
 #include "commands.h"
+#include "find_word.h"
+#include "pron_notation.h"
 #include "tqcomm2006.h"
 
 namespace tqcomm {
@@ -45,22 +51,42 @@ int Wild(int dict, const std::string& pattern_in) {
   return 0;
 }
 
-int Lookup(int dict, const std::string& word, bool expression) {
-  const char* kOutcome[] = {"", "exact", "base form", "closest"};
-  if (vcEcDict_Search(dict, word.c_str(), 1, 1) != 1) {
+std::string Join(const std::vector<std::string>& words) {
+  std::string out;
+  for (const std::string& w : words) out += (out.empty() ? "" : ", ") + w;
+  return out;
+}
+
+// The stored pronunciation, then the same in IPA, then the meaning.
+void PrintPronAndMeaning(const std::string& brackets, const std::string& mean) {
+  std::string ipa = brackets.size() > 2 ? " /" + NotationToIpa(brackets.substr(1, brackets.size() - 2)) + "/" : "";
+  std::printf("pronunciation: %s%s\nmeaning: %s\n", ForTerminal(brackets).c_str(), ipa.c_str(),
+              ForTerminal(mean).c_str());
+}
+
+const char kUsage[] =
+    "usage: tqcomm lookup WORD [--dict DIR]\n"
+    "       tqcomm lookup --wild PATTERN [--dict DIR]\n"
+    "       tqcomm lookup --list FILE [--dict DIR]   (FILE - reads the standard input)\n"
+    "A word is found as it stands, else as an inflected form of a word (from the\n"
+    "dictionary's table of forms, then by the library's suffix rules), else the\n"
+    "closest entry is shown. --list prints a line a word: the word, the entry\n"
+    "found and how, split by tabs.\n";
+
+int Lookup(int dict, const FormTables& tables, const std::string& word, bool expression) {
+  Found hit = FindWord(dict, word, tables, true);
+  if (hit.by == FoundBy::kNone) {
     std::printf("%s: not found\n", word.c_str());
     return 1;
   }
-  int outcome = vcEcDict_GetSeachResult(dict);
-  char found[64];
-  vcEcDict_GetResultWord(dict, found);
+  const std::string& found = hit.word;
   std::vector<char> mean(8192), pron(8192);
   vcEcDict_GetMeanOrPron(dict, mean.data(), pron.data());
-  std::printf("%s (%s, grade %d)\n", ForTerminal(found).c_str(), outcome >= 1 && outcome <= 3 ? kOutcome[outcome] : "?",
-              vcEcDict_GetWordGrade(dict));
-  std::printf("pronunciation: %s\nmeaning: %s\n", ForTerminal(pron.data()).c_str(), ForTerminal(mean.data()).c_str());
+  std::printf("%s (%s, grade %d)\n", ForTerminal(found).c_str(), FoundByText(hit.by), vcEcDict_GetWordGrade(dict));
+  if (!hit.formOf.empty()) std::printf("also a form of: %s\n", Join(hit.formOf).c_str());
+  PrintPronAndMeaning(pron.data(), mean.data());
   char forms[81];
-  if (!expression && vcFindVary(found, forms) > 0) {
+  if (!expression && vcFindVary(found.c_str(), forms) > 0) {
     forms[80] = '\0';
     std::printf("irregular forms: %s\n", ForTerminal(forms).c_str());
   }
@@ -75,7 +101,7 @@ int Lookup(int dict, const std::string& word, bool expression) {
     DictObject d;
     if (vcCmOpenDictDirect(&d, "dictlib\\hmorec.idx", "dictlib\\hmorec.lib", work.data()) == 1) {
       const uint32_t all[7] = {0, 1, 2, 3, 4, 5, 6};
-      if (vcCmSearchWord(&d, found) != -1) chars = vcCmGetDetail(&d, detail.data(), all, 7);
+      if (vcCmSearchWord(&d, found.c_str()) != -1) chars = vcCmGetDetail(&d, detail.data(), all, 7);
       vcCmCloseDict(&d);
     }
   } else {
@@ -83,7 +109,9 @@ int Lookup(int dict, const std::string& word, bool expression) {
     vcInitExpDictObject(&d, "dictlib\\hmorexp.idx", "dictlib\\hmorexp.lib", work.data());
     if (vcCmOpenExpDict(&d) == 0) {
       const uint32_t both[2] = {0, 2};
-      if (vcCmSearchExp(&d, found) == 1) chars = vcCmGetDetailExp(&d, detail.data(), both, 2);
+      std::vector<char> key(found.begin(), found.end());
+      key.push_back('\0');  // the search may cut the caller's string
+      if (vcCmSearchExp(&d, key.data()) == 1) chars = vcCmGetDetailExp(&d, detail.data(), both, 2);
       vcCmCloseExpDict(&d);
     }
   }
@@ -94,20 +122,68 @@ int Lookup(int dict, const std::string& word, bool expression) {
     if (c != '\r') shown.push_back(c);
   }
   std::printf("----\n%s\n", ForTerminal(shown).c_str());
+  // A word with an entry of its own that is a form of other words too
+  // ("stopped", "saw"): the words it is a form of follow in short.
+  for (const std::string& base : hit.formOf) {
+    if (vcEcDict_Search(dict, base.c_str(), 0, 0) != 1) continue;
+    vcEcDict_GetMeanOrPron(dict, mean.data(), pron.data());
+    std::printf("==== %s (%s is a form of it)\n", ForTerminal(base).c_str(), word.c_str());
+    PrintPronAndMeaning(pron.data(), mean.data());
+  }
   return 0;
+}
+
+// One line a word of the list: word, entry found, how. Each word is looked
+// up as a single lookup would, its meaning read too.
+int LookupList(int word_dict, int exp_dict, const FormTables& tables, const std::string& file) {
+  std::ifstream opened;
+  if (file != "-") {
+    opened.open(file, std::ios::binary);
+    if (!opened) {
+      std::fprintf(stderr, "tqcomm: cannot open %s\n", file.c_str());
+      return 1;
+    }
+  }
+  std::istream& in = file == "-" ? std::cin : opened;
+  std::vector<char> mean(8192), pron(8192);
+  std::string word;
+  int missing = 0;
+  while (std::getline(in, word)) {
+    while (!word.empty() && (word.back() == '\r' || word.back() == ' ')) word.pop_back();
+    if (word.empty()) continue;
+    int dict = word.find(' ') != std::string::npos ? exp_dict : word_dict;
+    Found hit = FindWord(dict, word, tables, true);
+    if (hit.by != FoundBy::kNone) vcEcDict_GetMeanOrPron(dict, mean.data(), pron.data());
+    missing += hit.by == FoundBy::kNone;
+    std::printf("%s\t%s\t%s", word.c_str(), hit.word.c_str(), FoundByText(hit.by));
+    if (!hit.formOf.empty()) std::printf("; also a form of %s", Join(hit.formOf).c_str());
+    std::printf("\n");
+  }
+  return missing == 0 ? 0 : 1;
 }
 
 }  // namespace
 
 int LookupCommand(const Args& args_in) {
   Args args = args_in;
-  std::string dir, pattern;
+  std::string dir, pattern, list;
+  for (const std::string& a : args) {
+    if (a == "--help" || a == "-h") {
+      std::printf("%s", kUsage);
+      return 0;
+    }
+  }
   bool have_dir = TakeOption(&args, "--dict", &dir);
   bool wild = TakeOption(&args, "--wild", &pattern);
+  bool batch = TakeOption(&args, "--list", &list);
   if (!have_dir) dir = DataDir() + "/dict";
-  if ((!wild && args.size() != 1) || (wild && !args.empty())) {
-    std::fprintf(stderr, "usage: tqcomm lookup WORD [--dict DIR] | tqcomm lookup --wild PATTERN [--dict DIR]\n");
+  if (wild + batch > 1 || ((wild || batch) && !args.empty()) || (!wild && !batch && args.size() != 1)) {
+    std::fprintf(stderr, "%s", kUsage);
     return 2;
+  }
+  if (batch && list != "-") {
+    char cwd[4096];
+    if (list[0] != '/' && getcwd(cwd, sizeof cwd) != nullptr) list = std::string(cwd) + "/" + list;
   }
   // The dictionaries name their files relative to the working directory,
   // "vary.idx" included.
@@ -115,6 +191,21 @@ int LookupCommand(const Args& args_in) {
     std::fprintf(stderr, "tqcomm: no dictionary in %s (make one with: tqcomm dict build SOURCE -o %s)\n",
                  dir.c_str(), dir.c_str());
     return 1;
+  }
+  FormTables forms;
+  forms.Open(".");
+  if (batch) {
+    int words = vcEcDict_Open("dictlib\\vlkdictec.idx", "dictlib\\vlkdictec.lib", nullptr);
+    int phrases = vcEcDict_Open("dictlib\\vlkdictexp.idx", "dictlib\\vlkdictexp.lib", nullptr);
+    int rc = 1;
+    if (words < 0 || phrases < 0) {
+      std::fprintf(stderr, "tqcomm: cannot open the dictionary in %s\n", dir.c_str());
+    } else {
+      rc = LookupList(words, phrases, forms, list);
+    }
+    if (words > 0) vcEcDict_Close(words);
+    if (phrases > 0) vcEcDict_Close(phrases);
+    return rc;
   }
   std::string word = wild ? pattern : args[0];
   bool expression = !wild && word.find(' ') != std::string::npos;
@@ -124,7 +215,7 @@ int LookupCommand(const Args& args_in) {
     std::fprintf(stderr, "tqcomm: cannot open the dictionary in %s\n", dir.c_str());
     return 1;
   }
-  int rc = wild ? Wild(dict, pattern) : Lookup(dict, word, expression);
+  int rc = wild ? Wild(dict, pattern) : Lookup(dict, forms, word, expression);
   vcEcDict_Close(dict);
   return rc;
 }

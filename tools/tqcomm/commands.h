@@ -12,6 +12,10 @@ using Args = std::vector<std::string>;
 int BookCommand(const Args& args);
 // Brings a word list into a new word book at idx; 0, or 1 with a message.
 int ImportWordList(const std::string& file, const std::string& idx);
+// Prints every word of a book; 0, or 1 with a message.
+int ListBook(const std::string& idx);
+// The history file that the tool keeps beside a book (learn's default).
+std::string BookHistoryPath(const std::string& idx);
 int LearnCommand(const Args& args);
 // (learn)
 int StatsCommand(const Args& args);
@@ -23,9 +27,24 @@ int LookupCommand(const Args& args);
 // (page)
 int PageCommand(const Args& args);
 
+// (notebook)
+int NotebookCommand(const Args& args);
+// (quiz)
+int QuizCommand(const Args& args);
+// (feed, startup)
+int FeedCommand(const Args& args);
+int StartupCommand(const Args& args);
+// (sound)
+int Mp3Command(const Args& args);
+int WaveCommand(const Args& args);
+// (draw)
+int DrawCommand(const Args& args);
+
 
 // GBK text from the library, shown on a terminal that may speak UTF-8.
 std::string ForTerminal(const std::string& gbk);
+// Text typed on such a terminal, as GBK for the library.
+std::string FromTerminal(const std::string& text);
 // The user's data folder: $XDG_DATA_HOME/tqcomm, else ~/.local/share/tqcomm;
 // made when missing.
 std::string DataDir();

@@ -4,10 +4,15 @@
 // library's own DecodeExplain, so the files carry the key the library reads.
 #pragma once
 
+#include <functional>
 #include <string>
 #include <vector>
 
 namespace tqcomm {
+
+class BaseFormTable;
+class ChineseMeanings;
+class EspeakPhonemes;
 
 struct DictEntry {
   std::string word;
@@ -20,8 +25,17 @@ struct DictEntry {
 
 // A tab-separated source in GBK (see cmd_dict.cpp for the fields).
 bool ReadTabSource(const std::string& path, std::vector<DictEntry>* entries, std::string* error);
+// What a dictionary from WordNet gets beyond WordNet's own text; each may
+// be missing.
+struct WordNetExtras {
+  const ChineseMeanings* chinese = nullptr;  // Chinese meanings, else English ones
+  const EspeakPhonemes* speech = nullptr;    // pronunciations, else "[]"
+  BaseFormTable* forms = nullptr;            // gets the irregular and regular forms
+  std::function<void(long done, long total)> progress;
+};
 // WordNet's database folder (data.*, index.*, *.exc).
-bool ReadWordNet(const std::string& dir, std::vector<DictEntry>* entries, std::string* error);
+bool ReadWordNet(const std::string& dir, const WordNetExtras& extras, std::vector<DictEntry>* entries,
+                 std::string* error);
 
 struct BuildCounts {
   int words = 0, expressions = 0, classicWords = 0, classicExpressions = 0, vary = 0;

@@ -1,7 +1,9 @@
 // WordNet's database as a dictionary source: English explanations, samples,
 // synonyms and antonyms for its lemmas, and the irregular forms of its
 // exception lists. WordNet has no pronunciations and no Chinese meanings:
-// section 0 carries "[]" and the first sense of each part of speech.
+// those come from espeak-ng and CC-CEDICT when the builder has them, and
+// otherwise section 0 carries "[]" and the first sense of each part of
+// speech. The lemmas' inflected forms go to the table of base forms.
 #include <fstream>
 #include <map>
 #include <sstream>
@@ -9,7 +11,11 @@
 #include <unordered_map>
 #include <vector>
 
+#include "base_forms.h"
+#include "cedict.h"
 #include "dict_build.h"
+#include "espeak_phonemes.h"
+#include "pron_notation.h"
 
 namespace tqcomm {
 namespace {
@@ -110,7 +116,18 @@ void AppendList(std::string* list, const std::string& word) {
 
 }  // namespace
 
-bool ReadWordNet(const std::string& dir, std::vector<DictEntry>* entries, std::string* error) {
+namespace {
+// One part of speech of a lemma in WordNet's index: its senses, commonest
+// first, and how often they were met in WordNet's tagged texts.
+struct LemmaPart {
+  int pos;  // index into kPosChars
+  std::vector<long> offsets;
+  int tagged;
+};
+}  // namespace
+
+bool ReadWordNet(const std::string& dir, const WordNetExtras& extras, std::vector<DictEntry>* entries,
+                 std::string* error) {
   std::unordered_map<long, Synset> synsets[4];
   for (int p = 0; p < 4; ++p) {
     if (!ReadData(dir + "/data." + kPosNames[p], kPosChars[p], &synsets[p])) {
@@ -127,8 +144,9 @@ bool ReadWordNet(const std::string& dir, std::vector<DictEntry>* entries, std::s
     }
     return nullptr;
   };
-  // Irregular forms: base -> its forms.
+  // Irregular forms: base -> its forms; and each form with all its bases.
   std::map<std::string, std::string> forms;
+  std::vector<std::pair<std::string, std::string>> irregular;  // form, base
   for (int p = 0; p < 4; ++p) {
     std::ifstream in(dir + "/" + kPosNames[p] + ".exc");
     std::string inflected, base;
@@ -138,10 +156,13 @@ bool ReadWordNet(const std::string& dir, std::vector<DictEntry>* entries, std::s
       if (!(ss >> inflected >> base)) continue;
       std::string& list = forms[Lemma(base)];
       if (("," + list + ",").find("," + Lemma(inflected) + ",") == std::string::npos) AppendList(&list, Lemma(inflected));
+      do {
+        irregular.push_back({Lemma(inflected), Lemma(base)});
+      } while (ss >> base);
     }
   }
   // Lemmas in the order of the index files, their senses most frequent first.
-  std::map<std::string, std::vector<std::pair<int, std::vector<long>>>> lemmas;
+  std::map<std::string, std::vector<LemmaPart>> lemmas;
   for (int p = 0; p < 4; ++p) {
     std::ifstream in(dir + "/index." + kPosNames[p]);
     std::string line;
@@ -161,19 +182,40 @@ bool ReadWordNet(const std::string& dir, std::vector<DictEntry>* entries, std::s
         long o;
         if (ss >> o) offsets.push_back(o);
       }
-      lemmas[Lemma(lemma)].push_back({p, offsets});
+      lemmas[Lemma(lemma)].push_back({p, offsets, tagged});
     }
   }
+  if (extras.forms != nullptr) {
+    for (const auto& [form, base] : irregular) {
+      if (lemmas.count(base)) extras.forms->Add(form, base);
+    }
+  }
+  long done = 0;
   for (const auto& [lemma, parts] : lemmas) {
+    if (extras.progress && ++done % 2000 == 0) extras.progress(done, static_cast<long>(lemmas.size()));
     DictEntry e;
     e.word = lemma;
-    e.pron = "[]";
+    std::string notation = extras.speech != nullptr ? IpaToNotation(extras.speech->Ipa(lemma)) : std::string();
+    e.pron = "[" + notation + "]";
+    std::vector<PartOfSpeech> uses;
+    WordUse use;
+    for (const LemmaPart& part : parts) {
+      uses.push_back({kPosChars[part.pos], static_cast<int>(part.offsets.size()), part.tagged});
+      use.noun |= part.pos == 0;
+      use.verb |= part.pos == 1;
+      use.adjective |= part.pos == 2;
+    }
+    if (extras.forms != nullptr) {
+      PronShape shape = notation.empty() ? SpellingShape(lemma) : ShapeOf(notation);
+      for (const std::string& form : RegularForms(lemma, use, shape)) extras.forms->Add(form, lemma);
+    }
     std::string meaning, explanation, samples, synonyms, antonyms;
     int sample_count = 0, synonym_count = 0;
-    for (const auto& [p, offsets] : parts) {
+    for (const LemmaPart& part : parts) {
+      int p = part.pos;
       std::string first;
       int sense = 0;
-      for (long offset : offsets) {
+      for (long offset : part.offsets) {
         const Synset* s = find(kPosChars[p], offset);
         if (s == nullptr) continue;
         ++sense;
@@ -210,6 +252,16 @@ bool ReadWordNet(const std::string& dir, std::vector<DictEntry>* entries, std::s
       }
     }
     while (!meaning.empty() && (meaning.back() == '\r' || meaning.back() == '\n')) meaning.pop_back();
+    std::string chinese = extras.chinese != nullptr ? extras.chinese->MeaningOf(lemma, uses) : std::string();
+    if (!chinese.empty()) {
+      // WordNet's definitions stay in the English explanation.
+      meaning = chinese;
+      e.meanLine.clear();
+      for (char c : chinese) {
+        if (c == '\n') e.meanLine += ' ';
+        else if (c != '\r') e.meanLine += c;
+      }
+    }
     e.sections[0] = e.pron + "\r\n" + meaning;
     e.sections[1] = explanation;
     e.sections[2] = samples;

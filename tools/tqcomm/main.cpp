@@ -15,12 +15,14 @@
 
 namespace tqcomm {
 
-std::string ForTerminal(const std::string& gbk) {
+// Converts text between the terminal's UTF-8 and GBK; a byte that does not
+// convert becomes "?".
+static std::string Convert(const std::string& text, const char* to, const char* from) {
   static const bool utf8 = std::strcmp(nl_langinfo(CODESET), "UTF-8") == 0;
-  if (!utf8) return gbk;
-  iconv_t cd = iconv_open("UTF-8//TRANSLIT", "GBK");
-  if (cd == reinterpret_cast<iconv_t>(-1)) return gbk;
-  std::string in = gbk;
+  if (!utf8) return text;
+  iconv_t cd = iconv_open(to, from);
+  if (cd == reinterpret_cast<iconv_t>(-1)) return text;
+  std::string in = text;
   std::string out(in.size() * 2 + 8, '\0');
   char* src = in.data();
   size_t left = in.size();
@@ -29,7 +31,7 @@ std::string ForTerminal(const std::string& gbk) {
   while (left > 0) {
     if (iconv(cd, &src, &left, &dst, &room) == static_cast<size_t>(-1)) {
       if (room < 2) break;
-      *dst++ = '?';  // a byte that is not GBK
+      *dst++ = '?';  // a byte that does not convert
       --room;
       ++src;
       --left;
@@ -39,6 +41,10 @@ std::string ForTerminal(const std::string& gbk) {
   out.resize(out.size() - room);
   return out;
 }
+
+std::string ForTerminal(const std::string& gbk) { return Convert(gbk, "UTF-8//TRANSLIT", "GBK"); }
+
+std::string FromTerminal(const std::string& text) { return Convert(text, "GBK", "UTF-8"); }
 
 static void MakeDirs(const std::string& path) {
   for (size_t i = 1; i <= path.size(); ++i) {
@@ -108,11 +114,27 @@ const Command kCommands[] = {
      "stats [--book BOOK.idx] [--history H.his] [--date YYYY-MM-DD] [--curve ...] [--days N] [--png OUT.png]"},
 
     // (dict, lookup)
-    {"dict", tqcomm::DictCommand, "dict build SOURCE -o DIR   (SOURCE: a tab-separated .txt, or WordNet's dict folder)"},
-    {"lookup", tqcomm::LookupCommand, "lookup WORD [--dict DIR] | lookup --wild PATTERN [--dict DIR]"},
+    {"dict", tqcomm::DictCommand,
+     "dict build SOURCE -o DIR [--cedict PATH] [--freq PATH]   (SOURCE: a tab-separated .txt, or WordNet's dict folder)"},
+    {"lookup", tqcomm::LookupCommand,
+     "lookup WORD [--dict DIR] | lookup --wild PATTERN [--dict DIR] | lookup --list FILE [--dict DIR]"},
 
     // (page)
     {"page", tqcomm::PageCommand, "page WORD [-o DIR] [--dict DIR]"},
+
+    // (notebook)
+    {"notebook", tqcomm::NotebookCommand,
+     "notebook add WORD [--pron P] [--mean M] [--dict DIR] | list | remove WORD... | show --png OUT.png"},
+    // (quiz)
+    {"quiz", tqcomm::QuizCommand, "quiz build|page|print|import ...   (tqcomm quiz --help)"},
+    // (feed, startup)
+    {"feed", tqcomm::FeedCommand, "feed count [--partner 2] [--file PATH] | feed seen N [--partner 2]"},
+    {"startup", tqcomm::StartupCommand, "startup add NAME COMMAND | remove NAME | list NAME... | check NAME COMMAND"},
+    // (sound)
+    {"mp3", tqcomm::Mp3Command, "mp3 decode IN.mp3 OUT.wav | mp3 encode IN.wav OUT.mp3 [--bitrate K]"},
+    {"wave", tqcomm::WaveCommand, "wave info FILE"},
+    // (draw)
+    {"draw", tqcomm::DrawCommand, "draw --width W [--line-height H] TEXT -o OUT.png"},
 
 };
 

@@ -171,10 +171,13 @@ struct Picture {
     for (int y = 0; y < height; ++y) n += At(x, y) == colour;
     return n;
   }
-  // The bars of one colour, left to right: the height of each run of
-  // columns holding it, measured at the run's middle.
-  std::vector<int> Bars(uint32_t colour) const {
-    std::vector<int> heights;
+  // Runs of columns holding a colour, left to right, each measured at its
+  // middle column: bars, and the swatches of the key.
+  struct Run {
+    int middle, height, bottom;
+  };
+  std::vector<Run> Runs(uint32_t colour) const {
+    std::vector<Run> runs;
     for (int x = 0; x < width;) {
       if (CountIn(x, colour) == 0) {
         ++x;
@@ -182,9 +185,29 @@ struct Picture {
       }
       int from = x;
       while (x < width && CountIn(x, colour) > 0) ++x;
-      heights.push_back(CountIn((from + x) / 2, colour));
+      Run run{(from + x) / 2, CountIn((from + x) / 2, colour), 0};
+      for (int y = 0; y < height; ++y) {
+        if (At(run.middle, y) == colour) run.bottom = y;
+      }
+      runs.push_back(run);
+    }
+    return runs;
+  }
+  // The heights of the bars of a colour that stand on the axis at row axis.
+  std::vector<int> Bars(uint32_t colour, int axis) const {
+    std::vector<int> heights;
+    for (const Run& r : Runs(colour)) {
+      if (r.bottom == axis) heights.push_back(r.height);
     }
     return heights;
+  }
+  // Pixels darker than mid grey in columns [from, to).
+  int DarkIn(int from, int to) const {
+    int n = 0;
+    for (int x = from; x < to; ++x) {
+      for (int y = 0; y < height; ++y) n += (At(x, y) >> 16) < 0x80 && ((At(x, y) >> 8) & 0xFF) < 0x80;
+    }
+    return n;
   }
 };
 
@@ -214,19 +237,21 @@ TEST_F(StatsTool, PictureShowsTheBars) {
   ASSERT_TRUE(png.Read(Path("stats.png")));
   EXPECT_GE(png.width, 600);
 
-  // Today's bar stacks 2 overdue, 1 falling due and 2 hard words; the
-  // coming days' bars (days without words have none) stand beside it, on
-  // one scale.
-  std::vector<int> today = png.Bars(kOverdue);
-  ASSERT_EQ(today.size(), 1u);
-  std::vector<int> heights = {today[0], png.Bars(kFalling).at(0), png.Bars(kHard).at(0)};
-  std::vector<int> coming = png.Bars(kComing);
+  // Today's bar, the first, stacks 2 overdue, 1 falling due and 2 hard
+  // words; the coming days' bars (days without words have none) stand beside
+  // it on the same axis and scale.
+  ASSERT_FALSE(png.Runs(kOverdue).empty());
+  const Picture::Run today = png.Runs(kOverdue)[0];
+  std::vector<int> heights = {today.height, png.CountIn(today.middle, kFalling), png.CountIn(today.middle, kHard)};
+  std::vector<int> coming = png.Bars(kComing, today.bottom);
   heights.insert(heights.end(), coming.begin(), coming.end());
   ExpectBarsFor(heights, {2, 1, 2, 2, 3, 1, 1, 1}, "coming");
+  EXPECT_GT(png.DarkIn(0, today.middle - 12), 50) << "the value axis is numbered";
 
   // The past 30 days, oldest first.
+  ASSERT_FALSE(png.Runs(kAnswered).empty());
   std::vector<int> answered = {2, 1, 1, 1, 1, 2, 2, 1, 1, 1, 2, 1, 1, 3, 2, 1, 2, 2, 1, 3, 2, 3, 4, 5, 6};
-  ExpectBarsFor(png.Bars(kAnswered), answered, "answered");
+  ExpectBarsFor(png.Bars(kAnswered, png.Runs(kAnswered)[0].bottom), answered, "answered");
 }
 
 TEST_F(StatsTool, ManyLeechesListTheWorstAndCountTheRest) {

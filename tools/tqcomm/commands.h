@@ -42,6 +42,8 @@ int WaveCommand(const Args& args);
 // (say, sndlib)
 int SayCommand(const Args& args);
 int SndlibCommand(const Args& args);
+// (draw)
+int DrawCommand(const Args& args);
 
 
 // GBK text from the library, shown on a terminal that may speak UTF-8.

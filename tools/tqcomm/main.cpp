@@ -135,6 +135,8 @@ const Command kCommands[] = {
     {"say", tqcomm::SayCommand,
      "say TEXT [-o BASE] [--kind 0..3] [--lib INDEX ROOT]... [--user DIR] [--wave] [--play]"},
     {"sndlib", tqcomm::SndlibCommand, "sndlib build LIST -o DIR [--sentences] [--bitrate K]"},
+    // (draw)
+    {"draw", tqcomm::DrawCommand, "draw --width W [--line-height H] TEXT -o OUT.png"},
 
 };
 

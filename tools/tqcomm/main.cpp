@@ -133,6 +133,10 @@ const Command kCommands[] = {
     // (sound)
     {"mp3", tqcomm::Mp3Command, "mp3 decode IN.mp3 OUT.wav | mp3 encode IN.wav OUT.mp3 [--bitrate K]"},
     {"wave", tqcomm::WaveCommand, "wave info FILE"},
+    // (say, sndlib)
+    {"say", tqcomm::SayCommand,
+     "say TEXT [-o BASE] [--kind 0..3] [--lib INDEX ROOT]... [--user DIR] [--wave] [--play]"},
+    {"sndlib", tqcomm::SndlibCommand, "sndlib build LIST -o DIR [--sentences] [--bitrate K]"},
     // (draw)
     {"draw", tqcomm::DrawCommand, "draw --width W [--line-height H] TEXT -o OUT.png"},
 

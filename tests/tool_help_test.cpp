@@ -137,16 +137,16 @@ TEST_F(ToolHelp, EveryCommandAnswersHelpAlikeThreeWays) {
   }
 }
 
-// Every option spelled in the tool's sources where a command takes or
-// compares it is named by some command's help, and every option a help
-// names is spelled in the sources.
+// Every option spelled as a string of its own in the tool's sources (what a
+// parser takes or compares) is named by some help, and every option a help
+// names is spelled so in the sources.
 TEST_F(ToolHelp, TheHelpsAndTheParsersNameTheSameOptions) {
   Options in_sources;
-  const std::regex taken(R"re((Take\w*\(\s*&?[\w>.-]+\s*,\s*|==\s*)"(-[^"]*)")re");
-  for (const std::string& text : ToolSources()) {
-    for (std::sregex_iterator m(text.begin(), text.end(), taken), end; m != end; ++m) {
-      std::string option = (*m)[2];
-      if (option != "--help" && option != "-h" && option != "-") in_sources.insert(option);
+  const std::regex option(R"re("(--?[a-z][a-z0-9-]*)")re"), comment("//[^\n]*");
+  for (const std::string& source : ToolSources()) {
+    std::string text = std::regex_replace(source, comment, "");
+    for (std::sregex_iterator m(text.begin(), text.end(), option), end; m != end; ++m) {
+      if ((*m)[1] != "--help" && (*m)[1] != "-h") in_sources.insert((*m)[1]);
     }
   }
   std::string helps = Tool("--help").out;

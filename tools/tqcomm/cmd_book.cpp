@@ -151,6 +151,13 @@ int ListBook(const std::string& idx) { return List(idx); }
 
 std::string BookHistoryPath(const std::string& idx) { return HistoryPath(idx); }
 
+bool ReadListWords(const std::string& file, std::vector<std::string>* words) {
+  std::vector<Item> items;
+  if (!ReadWordList(file, Layout::kAuto, &items)) return false;
+  for (const Item& it : items) words->push_back(it.word);
+  return true;
+}
+
 const char kUsage[] =
     "usage: tqcomm book import FILE [--layout auto|alternate|one-line] [--book BOOK.idx]\n"
     "       tqcomm book list [--book BOOK.idx]\n"

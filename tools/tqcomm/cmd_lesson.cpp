@@ -40,7 +40,8 @@ const char kUsage[] =
     "                      dict build'), at most two a word; without it, no sentences\n"
     "  --pattern P         what plays for each word, left to right: A the word, B its\n"
     "                      meaning, C the spelling, S the sentences, a number a pause\n"
-    "                      in seconds (1.5); default A1B1C1S2\n"
+    "                      in seconds (1.5); default A1B1C1S2. \"ECText#\" in front\n"
+    "                      shows the meaning with the word, and B plays nothing\n"
     "  --words N           only the first N words\n"
     "  --pause-sentences MS  the silence between two sentences (default 1000)\n"
     "  --chinese           each sentence's Chinese said after it and shown too\n"
@@ -98,9 +99,9 @@ bool IsDir(const std::string& path) {
 std::string PatternProblem(const std::string& pattern) {
   std::string p = pattern;
   if (p.rfind("ECText#", 0) == 0) p.erase(0, 7);
-  if (p.find_first_of("ABCS") == std::string::npos) return "plays nothing of a word (A, B, C or S)";
   const size_t bad = p.find_first_not_of("ABCSHN0123456789.");
   if (bad != std::string::npos) return std::string("holds '") + p[bad] + "' (only A B C S H N, digits and points play)";
+  if (p.find_first_of("ABCS") == std::string::npos) return "plays nothing of a word (A, B, C or S)";
   return std::string();
 }
 
@@ -136,7 +137,8 @@ bool ReadBook(const std::string& idx, std::vector<Entry>* entries) {
   static char word[4096], expl[65536];
   for (int i = 0; i < count; ++i) {
     word[0] = expl[0] = '\0';
-    vcCOrvexBook_GetWordByNo(book, i, word, expl, nullptr, nullptr, nullptr, nullptr);
+    int32_t wordClass = 0;  // a class mark "{nn}" in front of the explanation goes there
+    vcCOrvexBook_GetWordByNo(book, i, word, expl, nullptr, nullptr, nullptr, &wordClass);
     if (word[0] != '\0') entries->push_back({word, expl, {}});
   }
   vcCOrvexBook_CloseIdx(book);
@@ -382,10 +384,10 @@ int LessonCommand(const Args& in) {
     o.list = args[0];
     args.clear();
   }
-  const std::string problem = ok ? PatternProblem(o.pattern) : std::string();
-  if (!problem.empty()) {
+  const std::string problem = PatternProblem(o.pattern);
+  if (ok && !problem.empty()) {
     std::fprintf(stderr, "tqcomm: the pattern %s %s\n", o.pattern.c_str(), problem.c_str());
-    ok = false;
+    return 2;
   }
   if (!ok || !args.empty() || o.out.empty()) {
     std::fprintf(stderr, "%s", kUsage);

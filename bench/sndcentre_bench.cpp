@@ -7,10 +7,8 @@
 //
 // bench/sndcentre_bench.sh runs this and prints the two ratios.
 #include <benchmark/benchmark.h>
-#include <sys/resource.h>
 
 #include <algorithm>
-#include <chrono>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
@@ -18,10 +16,14 @@
 #include <string>
 #include <vector>
 
+#include "bench_timing.h"
 #include "sound/sound_library.h"
 #include "sound/speech.h"
 
 namespace {
+
+using benchtiming::Least;
+using benchtiming::Timed;
 
 constexpr int kRecords = 100000;
 const char kWord[] = "vocabulary";
@@ -29,27 +31,6 @@ const char kWord[] = "vocabulary";
 std::string Scratch(const char* name) {
   const char* dir = std::getenv("TQ_BENCH_DIR");
   return std::string(dir != nullptr ? dir : "/tmp") + "/" + name;
-}
-
-double CpuSeconds(int who) {
-  rusage u;
-  getrusage(who, &u);
-  return u.ru_utime.tv_sec + u.ru_stime.tv_sec + (u.ru_utime.tv_usec + u.ru_stime.tv_usec) / 1e6;
-}
-
-// Times each run by the clock (as the benchmark's time) and by processor
-// time (of this process, or of the program it started) as cpu_ms.
-template <class F>
-void Timed(benchmark::State& state, int who, F run) {
-  double cpu = 0;
-  for (auto _ : state) {
-    const double cpuStart = CpuSeconds(who);
-    const auto start = std::chrono::steady_clock::now();
-    if (!run()) state.SkipWithError("the run failed");
-    state.SetIterationTime(std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count());
-    cpu += CpuSeconds(who) - cpuStart;
-  }
-  state.counters["cpu_ms"] = benchmark::Counter(cpu * 1000, benchmark::Counter::kAvgIterations);
 }
 
 void BM_SpeakWord(benchmark::State& state) {
@@ -147,8 +128,6 @@ void BM_LookupBisectInMemory(benchmark::State& state) {
     benchmark::DoNotOptimize(it);
   }
 }
-
-double Least(const std::vector<double>& v) { return *std::min_element(v.begin(), v.end()); }
 
 // The best of several runs: what the machine's other work took least from.
 BENCHMARK(BM_SpeakWord)->Iterations(10)->Repetitions(5)->ComputeStatistics("least", Least)->UseManualTime()

@@ -99,7 +99,6 @@ TEST_F(SoundCentre, UserUsmOverUserWaveOverLibraryForWords) {
   const std::string mp3 = ReadFile(ToneMp3(1, 22050, 0.5, 32));
   Open({{"apple", "LIBRARY"}}, 0);
   WriteFile(user_ + "apple.wav", "USER-WAVE");
-  std::string usm = mp3;
   WriteFile(Path("plain.mp3"), mp3);
   ASSERT_EQ(tq::sound::XorSoundFile(Path("plain.mp3").c_str(), (user_ + "apple.usm").c_str()), 1);
 

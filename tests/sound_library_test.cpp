@@ -150,18 +150,6 @@ TEST_F(SoundLibrary, MissingDataFilesAreLookedForOnCdDrivesInLetterOrder) {
   vcSndCenter_Close(c);
 }
 
-TEST_F(SoundLibrary, ScrambledUserSoundsComeBackWhole) {
-  std::string bytes;
-  for (int i = 0; i < 1000; ++i) bytes.push_back(static_cast<char>(i * 7));
-  WriteFile(Path("a.mp3"), bytes);
-  EXPECT_EQ(tq::sound::XorSoundFile(Path("a.mp3").c_str(), Path("a.usm").c_str()), 1);
-  EXPECT_NE(ReadFile(Path("a.usm")), bytes);
-  EXPECT_EQ(tq::sound::XorSoundFile(Path("a.usm").c_str(), Path("b.mp3").c_str()), 1);
-  EXPECT_EQ(ReadFile(Path("b.mp3")), bytes);
-  EXPECT_EQ(tq::sound::XorSoundFile(Path("none").c_str(), Path("c.mp3").c_str()), -1);
-  EXPECT_EQ(tq::sound::XorSoundFile(Path("a.mp3").c_str(), Path("no/dir/c.mp3").c_str()), -1);
-}
-
 TEST_F(SoundLibrary, MakeWordSndFileOnTheShortRoad) {
   const std::string mp3 = ReadFile(ToneMp3(1, 22050, 0.5, 32));
   std::string out;

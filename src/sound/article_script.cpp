@@ -51,19 +51,13 @@ const char* SkipBlanks(const char* p) {
 }
 
 // The number at the start of text as the C library's atoi and atof read
-// it, but with a point for the decimal whatever the locale; 0 for none.
-int LeadingInt(const char* text) {
+// it, but with a point for the decimal whatever the locale; 0 for none (or
+// one beyond the type).
+template <class Number>
+Number Leading(const char* text) {
   const char* p = SkipBlanks(text);
   if (*p == '+') ++p;
-  int value = 0;
-  std::from_chars(p, p + std::strlen(p), value);
-  return value;
-}
-
-double LeadingDecimal(const char* text) {
-  const char* p = SkipBlanks(text);
-  if (*p == '+') ++p;
-  double value = 0;
+  Number value = 0;
   std::from_chars(p, p + std::strlen(p), value);
   return value;
 }
@@ -125,8 +119,8 @@ ScriptLine ReadScriptLine(std::string line) {
     if (cols.size() < kSentenceAt + 1) cols.resize(kSentenceAt + 1, '\0');
     cols[kColon] = '\0';
     cols[kClosing] = '\0';
-    const int minutes = LeadingInt(cols.c_str() + 1);
-    const double seconds = LeadingDecimal(cols.c_str() + kSecondsAt);
+    const int minutes = Leading<int>(cols.c_str() + 1);
+    const double seconds = Leading<double>(cols.c_str() + kSecondsAt);
     s.timeMs = TruncateToInt((seconds + minutes * 60) * 1000.0);
     s.sentence = SkipBlanks(cols.c_str() + kSentenceAt);
   } else if (line[0] == '$') {

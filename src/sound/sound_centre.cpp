@@ -114,19 +114,9 @@ int SndCenter::Search(const char* text, int kind, const SoundRequest& r) {
 }
 
 int SndCenter::Word(const char* text, const SoundRequest& r) {
-  std::string dir;
   // The short name of a word is empty, so a file called just ".usm" (or
   // ".wav", ".mp3") among the user sounds answers for every word.
-  if (UserSoundDir(r.userDir, kWordKind, &dir)) {
-    const int got = UserSound(dir, text, std::string(), r);
-    if (got != -1) return got;
-  }
-  const int got = AskLibraries(kWordKind, text, r, r.question);
-  if (got != -1) {
-    Tell(r, 0);
-    return got;
-  }
-  return SpeakEnglish(text, r);
+  return UserLibrariesSpeech(kWordKind, text, std::string(), text, r);
 }
 
 int SndCenter::Chinese(const char* text, const SoundRequest& r) {
@@ -147,7 +137,7 @@ int SndCenter::Chinese(const char* text, const SoundRequest& r) {
   }
   // Speech first (or after the library missed). Without speech a "\2"
   // request never reaches the library.
-  if (r.allowTts == 0 || ttsSession_ <= 0) return -1;
+  if (!r.allowTts || ttsSession_ <= 0) return -1;
   if (r.question) {
     Tell(r, 1);
     return 1;
@@ -165,18 +155,23 @@ int SndCenter::Chinese(const char* text, const SoundRequest& r) {
 
 int SndCenter::Sentence(const char* text, const SoundRequest& r) {
   const std::string form = SearchForm(text);
+  // Spoken as the caller wrote it, not in its search form.
+  return UserLibrariesSpeech(kSentenceKind, form, form.substr(0, kShortNameBytes), text, r);
+}
+
+int SndCenter::UserLibrariesSpeech(int kind, const std::string& name, const std::string& shortName,
+                                   const char* spoken, const SoundRequest& r) {
   std::string dir;
-  if (UserSoundDir(r.userDir, kSentenceKind, &dir)) {
-    const int got = UserSound(dir, form, form.substr(0, kShortNameBytes), r);
+  if (UserSoundDir(r.userDir, kind, &dir)) {
+    const int got = UserSound(dir, name, shortName, r);
     if (got != -1) return got;
   }
-  const int got = AskLibraries(kSentenceKind, form, r, r.question);
+  const int got = AskLibraries(kind, name, r, r.question);
   if (got != -1) {
     Tell(r, 0);
     return got;
   }
-  // Spoken as the caller wrote it, not in its search form.
-  return SpeakEnglish(text, r);
+  return SpeakEnglish(spoken, r);
 }
 
 int SndCenter::ChineseSpeech(const char* text, const SoundRequest& r) {
@@ -200,14 +195,13 @@ int SndCenter::UserSound(const std::string& dir, const std::string& name, const 
   int got = -1;
   if (find(".usm")) {
     got = 2;
-    if (r.question) {
-    } else if (r.wantWave) {
+    if (!r.question && r.wantWave) {
       const std::string scratch = dir + kUsmScratch;
       XorSoundFile(path.c_str(), scratch.c_str());
       Mp3ToWav(scratch.c_str(), (base + ".wav").c_str(), 0, nullptr);
       env::Remove(scratch.c_str());
       got = 1;
-    } else {
+    } else if (!r.question) {
       XorSoundFile(path.c_str(), (base + ".mp3").c_str());
     }
   } else if (find(".wav")) {
@@ -215,11 +209,10 @@ int SndCenter::UserSound(const std::string& dir, const std::string& name, const 
     if (!r.question) env::CopyFile(path.c_str(), (base + ".wav").c_str());
   } else if (find(".mp3")) {
     got = 2;
-    if (r.question) {
-    } else if (r.wantWave) {
+    if (!r.question && r.wantWave) {
       Mp3ToWav(path.c_str(), (base + ".wav").c_str(), 0, nullptr);
       got = 1;
-    } else {
+    } else if (!r.question) {
       // The MP3 goes under the wave's name, answered with the MP3's code:
       // the front ends play it by its content.
       env::CopyFile(path.c_str(), (base + ".wav").c_str());
@@ -238,7 +231,7 @@ int SndCenter::AskLibraries(int kind, const std::string& key, const SoundRequest
 }
 
 int SndCenter::SpeakEnglish(const char* text, const SoundRequest& r) {
-  if (r.allowTts == 0 || ttsSession_ <= 0) return -1;
+  if (!r.allowTts || ttsSession_ <= 0) return -1;
   Tell(r, 1);
   if (r.question) return 1;
   return Speak(text, englishVoice_, voiceRate_, false, r);

@@ -80,6 +80,10 @@ class SndCenter {
   int Sentence(const char* text, const SoundRequest& r);
   int ChineseSpeech(const char* text, const SoundRequest& r);
 
+  // Words and sentences: the user's sounds by name (else short name), the
+  // kind's libraries by name, English speech of the text as spoken.
+  int UserLibrariesSpeech(int kind, const std::string& name, const std::string& shortName, const char* spoken,
+                          const SoundRequest& r);
   int UserSound(const std::string& dir, const std::string& name, const std::string& shortName,
                 const SoundRequest& r) const;
   // The first answer of the kind's libraries, in the order they were added.

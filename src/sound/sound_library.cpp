@@ -20,12 +20,18 @@ constexpr unsigned char kEndOfFileByte = 0xFF;  // what a byte read past the end
 
 unsigned char Lower(unsigned char c) { return c >= 'A' && c <= 'Z' ? static_cast<unsigned char>(c + 32) : c; }
 
-// Both NUL-terminated, compared as unsigned bytes.
-int CompareKeys(const unsigned char* a, const unsigned char* b) {
-  for (;; ++a, ++b) {
-    if (*a != *b || *a == 0) return static_cast<int>(*a) - static_cast<int>(*b);
-  }
-}
+// The index read a record at a time, the record read last kept at hand.
+class KeptRecords {
+ public:
+  explicit KeptRecords(std::FILE* file) : records_(file) {}
+  long Length() const { return records_.Length(); }
+  const unsigned char* Read(long offset, int recordSize) { return last_ = records_.Read(offset, recordSize); }
+  const unsigned char* last() const { return last_; }
+
+ private:
+  dict::FileRecords records_;
+  const unsigned char* last_ = nullptr;
+};
 
 uint32_t GetU32(const unsigned char* p) { return static_cast<uint32_t>(GetI32(p)); }
 
@@ -83,43 +89,21 @@ std::string FoldSndKey(const char* key) {
 
 long LookupSndKey(std::FILE* index, const char* key, SndLibRecord* found) {
   if (index == nullptr || key == nullptr) return -1;
+  // The dictionaries' walk is this one: from the first record, half the
+  // records still open on the key's side a step, the 64th byte of a key
+  // never counting, A-Z folded on both sides.
   const std::string wanted = FoldSndKey(key);
-  const auto* w = reinterpret_cast<const unsigned char*>(wanted.c_str());
-  long ahead = FileLength(index);
-  long behind = 0;
-  long at = 0;
-  if (ahead < 0) return -1;
-  unsigned char record[kSndRecordBytes];
-  for (;;) {
-    // A record that can't be read whole (an empty or cut index) is absent.
-    if (std::fseek(index, at, SEEK_SET) != 0 || std::fread(record, 1, sizeof record, index) != sizeof record) {
-      return -1;
-    }
-    const unsigned char saved = record[kSndKeyLength];
-    record[kSndKeyLength] = 0;
-    for (int i = 0; record[i] != 0; ++i) record[i] = Lower(record[i]);
-    const int cmp = CompareKeys(w, record);
-    if (cmp == 0) {
-      record[kSndKeyLength] = saved;
-      if (found != nullptr) *found = DecodeSndRecord(record);
-      return at;
-    }
-    // Half of the records open on the key's side; "behind" is set, not
-    // reduced, on a step forward, as every index here has been searched.
-    long step;
-    if (cmp > 0) {
-      step = ahead / kSndRecordBytes / 2 * kSndRecordBytes;
-      at += step;
-      behind = step;
-      ahead -= step;
-    } else {
-      step = behind / kSndRecordBytes / 2 * kSndRecordBytes;
-      at -= step;
-      behind -= step;
-      ahead = step;
-    }
-    if (step < 1) return -1;
+  KeptRecords records(index);
+  const dict::Bisection b = dict::Bisect(records, wanted.c_str(), kSndRecordBytes, kSndKeyBytes);
+  if (!b.found) return -1;
+  if (found != nullptr) {
+    unsigned char record[kSndRecordBytes];
+    std::memcpy(record, records.last(), sizeof record);
+    // The record comes back with its key lowered; its byte 63 as it was.
+    for (int i = 0; i < kSndKeyLength && record[i] != 0; ++i) record[i] = Lower(record[i]);
+    *found = DecodeSndRecord(record);
   }
+  return b.offset;
 }
 
 bool CopySoundBytes(std::FILE* data, uint32_t offset, uint32_t length, std::FILE* target) {

@@ -34,7 +34,7 @@ std::string FoldSndKey(const char* key);
 // each step moves by half the records still open on the side where the key
 // lies. The record's byte position, with the record (its key lowered) in
 // *found; -1 when absent, when a step would be less than a record, or when
-// not even the first record can be read.
+// a record can't be read whole (an empty index).
 long LookupSndKey(std::FILE* index, const char* key, SndLibRecord* found);
 
 // Copies length bytes of data from offset into target. As the front ends

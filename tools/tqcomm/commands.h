@@ -24,6 +24,7 @@ bool ReadListWords(const std::string& file, std::vector<std::string>* words);
 bool ReadListEntries(const std::string& file, std::vector<std::pair<std::string, std::string>>* entries);
 int LearnCommand(const Args& args);
 // (learn)
+int StatsCommand(const Args& args);
 
 // (dict, lookup)
 int DictCommand(const Args& args);

@@ -110,6 +110,8 @@ const Command kCommands[] = {
     {"learn", tqcomm::LearnCommand,
      "learn [--book BOOK.idx] [--history H.his] [--date YYYY-MM-DD] [--curve 0,1,2,4,7,15,30] [--new N]"},
     // (learn)
+    {"stats", tqcomm::StatsCommand,
+     "stats [--book BOOK.idx] [--history H.his] [--date YYYY-MM-DD] [--curve ...] [--days N] [--png OUT.png]"},
 
     // (dict, lookup)
     {"dict", tqcomm::DictCommand,

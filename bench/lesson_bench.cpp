@@ -22,6 +22,8 @@
 namespace {
 
 using benchtiming::Least;
+using benchtiming::ResetPeakKb;
+using benchtiming::StatusKb;
 using benchtiming::Timed;
 
 constexpr int kRate = 22050;
@@ -91,15 +93,6 @@ void BM_SoxConcatenation(benchmark::State& state) {
   state.counters["lesson_s"] = vcGetWaveFileLenInTime(Dir("out_sox.wav").c_str()) / 1000.0;
 }
 
-long StatusKb(const char* field) {
-  std::ifstream status("/proc/self/status");
-  std::string line;
-  while (std::getline(status, line)) {
-    if (line.rfind(field, 0) == 0) return std::atol(line.c_str() + std::string(field).size());
-  }
-  return -1;
-}
-
 // A lesson of about state.range(0) minutes, made and compressed: blocks of
 // a word and a pause, five seconds each. The kernel's high-water mark is
 // reset first.
@@ -116,8 +109,7 @@ void BM_LessonPeakMemory(benchmark::State& state) {
   const std::string wave = Dir("out_peak.wav"), mp3 = Dir("out_peak.mp3");
   double above = 0, peak = 0;
   for (auto _ : state) {
-    std::ofstream("/proc/self/clear_refs") << "5";
-    const long start = StatusKb("VmRSS:");
+    const long start = ResetPeakKb();
     if (MakeLesson(script, wave, blocks, 1) != blocks) state.SkipWithError("the lesson failed");
     above = (StatusKb("VmHWM:") - start) / 1024.0;
     peak = StatusKb("VmHWM:") / 1024.0;

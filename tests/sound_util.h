@@ -116,4 +116,18 @@ inline std::string ToneMp3(int channels, int rate, double seconds, int kbps) {
                    wave + "' \"$OUT\"");
 }
 
+#ifdef TQCOMM_BIN
+// tqcomm run as a person at a terminal runs it, with its data folder and
+// registry in the test's scratch folder; out gets what it prints.
+class SoundToolTest : public TempDirTest {
+ protected:
+  int Tool(const std::string& args, std::string* out) {
+    return tqtest::Run("LANG=C.UTF-8 XDG_DATA_HOME='" + Path("data") + "' TQCOMM_REGISTRY='" + Path("reg") + "' " +
+                           std::string(TQCOMM_BIN) + " " + args + " 2>&1",
+                       out);
+  }
+  static bool Has(const std::string& out, const std::string& text) { return out.find(text) != std::string::npos; }
+};
+#endif
+
 }  // namespace tqtest

@@ -29,10 +29,6 @@ bool Sane(int bits, int channels, int rate) {
   return (bits == 8 || bits == 16) && (channels == 1 || channels == 2) && rate > 0;
 }
 
-struct FileCloser {
-  void operator()(std::FILE* f) const { std::fclose(f); }
-};
-
 }  // namespace
 
 ChunkConverter::ChunkConverter(int srcBits, int srcChannels, int srcRate, const LessonFormat& to)

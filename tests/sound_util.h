@@ -67,7 +67,7 @@ inline Decoded ReadPcm(const std::string& path) {
   d.bits = static_cast<int>(u(34, 2));
   size_t n = std::min<size_t>(u(data + 4, 4), f.size() - data - 8) / 2;
   d.samples.resize(n);
-  std::memcpy(d.samples.data(), f.data() + data + 8, n * 2);
+  if (n > 0) std::memcpy(d.samples.data(), f.data() + data + 8, n * 2);
   return d;
 }
 

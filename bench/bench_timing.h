@@ -2,7 +2,8 @@
 // each run by the clock (the benchmark's own time) and by processor time,
 // of this process or of the program it started, as cpu_ms. On a shared
 // machine the processor time is the steadier measure, and the least of
-// several runs the one the machine's other work took least from.
+// several runs the one the machine's other work took least from. And the
+// peak resident memory of a piece of work, from the kernel's figures.
 #pragma once
 
 #include <benchmark/benchmark.h>
@@ -10,6 +11,9 @@
 
 #include <algorithm>
 #include <chrono>
+#include <cstdlib>
+#include <fstream>
+#include <string>
 #include <vector>
 
 namespace benchtiming {
@@ -32,6 +36,22 @@ void Timed(benchmark::State& state, int who, F run) {
     cpu += CpuSeconds(who) - cpuStart;
   }
   state.counters["cpu_ms"] = benchmark::Counter(cpu * 1000, benchmark::Counter::kAvgIterations);
+}
+
+// A field of /proc/self/status in kilobytes ("VmRSS:", "VmHWM:"); -1 if absent.
+inline long StatusKb(const char* field) {
+  std::ifstream status("/proc/self/status");
+  std::string line;
+  while (std::getline(status, line)) {
+    if (line.rfind(field, 0) == 0) return std::atol(line.c_str() + std::string(field).size());
+  }
+  return -1;
+}
+
+// Resets the high-water mark to the present size; answers that size in kilobytes.
+inline long ResetPeakKb() {
+  std::ofstream("/proc/self/clear_refs") << "5";
+  return StatusKb("VmRSS:");
 }
 
 inline double Least(const std::vector<double>& v) { return *std::min_element(v.begin(), v.end()); }

@@ -23,6 +23,8 @@
 namespace {
 
 using benchtiming::Least;
+using benchtiming::ResetPeakKb;
+using benchtiming::StatusKb;
 using benchtiming::Timed;
 
 std::string Audio(const char* name) {
@@ -64,15 +66,6 @@ void BM_LameProgram(benchmark::State& state) {
   }
 }
 
-long StatusKb(const char* field) {
-  std::ifstream status("/proc/self/status");
-  std::string line;
-  while (std::getline(status, line)) {
-    if (line.rfind(field, 0) == 0) return std::atol(line.c_str() + std::string(field).size());
-  }
-  return -1;
-}
-
 // Peak resident memory above the process's size at the start of the
 // conversion: the kernel's high-water mark is reset first.
 void BM_Mp3ToWavPeakMemory(benchmark::State& state) {
@@ -80,8 +73,7 @@ void BM_Mp3ToWavPeakMemory(benchmark::State& state) {
   if (!Present(state, in)) return;
   double above = 0;
   for (auto _ : state) {
-    std::ofstream("/proc/self/clear_refs") << "5";
-    const long start = StatusKb("VmRSS:");
+    const long start = ResetPeakKb();
     vcMp3ToWav(in.c_str(), out.c_str(), nullptr);
     above = (StatusKb("VmHWM:") - start) / 1024.0;
   }

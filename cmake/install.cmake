@@ -56,8 +56,9 @@ set(CPACK_DEBIAN_PACKAGE_DESCRIPTION
 word books with a forgetting-curve scheduler, English-Chinese dictionaries,
 sounds, audio lessons, quiz pages and word pages, behind a flat C interface
 (GBK text). The tqcomm tool runs a day's learning in the terminal and builds
-dictionaries, pages and quizzes; it comes with a sample word list, a sample
-dictionary source and sample question banks.")
+dictionaries, pages, quizzes and listening lessons; it comes with a sample
+word list, a sample dictionary source, sample question banks and the letter
+sounds that spell words in lessons.")
 set(CPACK_PACKAGING_INSTALL_PREFIX /usr)
 set(CPACK_STRIP_FILES ON)
 set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)

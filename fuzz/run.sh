@@ -35,7 +35,7 @@ for t in "${targets[@]}"; do
   [ -d "fuzz/seeds/$t" ] && seeds=("fuzz/seeds/$t")
   echo "== running $t for ${seconds}s"
   if ! "build-fuzz/bin/${t}_fuzz" -max_total_time="$seconds" -max_len=12000 -timeout=10 -rss_limit_mb=2048 \
-      -artifact_prefix=fuzz/ -print_final_stats=1 "$corpus" "${seeds[@]}" 2>"build-fuzz/$t.log"; then
+      -artifact_prefix="$PWD/fuzz/" -print_final_stats=1 "$corpus" "${seeds[@]}" 2>"build-fuzz/$t.log"; then
     echo "!! $t found a problem; see build-fuzz/$t.log and fuzz/crash-*"
     status=1
   fi

@@ -1203,6 +1203,74 @@ TQ_API void TQ_CALL vcGetOldVoaSnd(const char* scriptPath);
 /* (end of sound centre) */
 
 /* ======================================================================
+ * Audio lessons: vcMp3Maker_
+ *
+ * A lesson script (GBK lines of at most 998 bytes, trimmed of blanks and
+ * tabs at both ends and of CR and LF) becomes one long wave, then an MP3
+ * with a lyric file beside it. The script starts with 23 header lines:
+ *   1 the letter sounds' prefix (ends in a separator; "<prefix>a1.wav" for
+ *     a letter inside a word, "a2.wav" for the last, the letter's case
+ *     kept, "blank.wav" for any other byte)
+ *   2 3 4 5 path bases of the temporary waves of the word, the explanation,
+ *     the English sentences and the Chinese ones (base + "_" + n + ".wav")
+ *   6 7 the sound centre's userDir for words and for sentences
+ *   then numbers: 8 caption the explanation; 9 the word's allowTts (0: a
+ *   word without a sound is skipped whole); 10 join word and explanation
+ *   with byte 1 (else 2); 11 voice the Chinese sentences; 12 caption them;
+ *   13 English before Chinese; 14 sentences a word at each "S"; 15 kept;
+ *   16 the pause between sentences, 17 between a sentence and its Chinese,
+ *   in ms; 18 the word's caption in upper case; 19 bits, 20 samples per
+ *   second, 21 channels of the lesson; 22 the MP3's kbit/s
+ *  23 the pattern, run for every word: A the word, B the explanation, C the
+ *     spelling, S the sentences, H nothing, a number ("1.5", at most 16
+ *     bytes) a pause of that many seconds, N and a number the same (an N
+ *     number that ends the pattern pauses twice). "ECText#" in front makes
+ *     the word's caption "word  explanation" and B do nothing.
+ * Then word blocks, each closed by a line "####": "A word", "B
+ * explanation", "D sentence" ("&&&&" in front is not spoken but stays in
+ * the caption; "@@@@" at the end: the next three lines give a recording,
+ * the start and the end in ms, a negative end being the recording's end,
+ * and "SndFiles\<its file name>" is taken when that exists), "E Chinese
+ * sentence" after its D; the second byte of a tagged line is ignored, other
+ * lines are passed over.
+ *
+ * Every sound is appended in the lesson's format, one frame short (the
+ * reading keeps a frame ahead). Captions go to wavePath less its last four
+ * bytes + ".lrt" (pairs of lines: ms or -1, text), the MP3 and the lyric
+ * file ("[mm:ss.hh]text" lines, times scaled by the MP3's length over the
+ * wave's) to the same stem + ".mp3" and ".lrc". While "c:\tmp\tqtqnomp3.dat"
+ * exists the wave and the caption file stay and no MP3 is made. A lesson
+ * stops growing at 2^31 - 1 bytes of samples.
+ *
+ * Handles 1 to 19. Calls on a handle that is not open answer -1.
+ * ====================================================================== */
+
+/* Opens the script and reads its header (a script shorter than its header
+ * isn't told apart); sndCenter is the centre every sound is asked of. The
+ * handle, or -1 when all are taken or the script will not open. */
+TQ_API int TQ_CALL vcMp3Maker_Open(const char* scriptPath, int sndCenter);
+/* Makes the wave at wavePath from up to wordCount blocks, going on from
+ * where the script stands. progressWindow (0: none) gets the range 0-100
+ * and positions in steps of ten; deviceContext (0: none) the title drawn at
+ * (2, 2). compress: then the MP3 and the lyric file too (vcMp3Maker_
+ * CompressWaveToMp3, vcMp3Maker_AdjustLrcFile), else the caption file is
+ * removed. The count of blocks gone through, skipped ones included; 1 when
+ * the script held no block (nothing is made); -1 when the wave can't be
+ * created. */
+TQ_API int TQ_CALL vcMp3Maker_MakeWaveFile(int maker, const char* wavePath, int wordCount, int compress,
+                                           int progressWindow, int deviceContext);
+/* Encodes the finished wave to the MP3 (and removes the wave). The MP3's
+ * length in ms, or -1. deviceContext is not used. */
+TQ_API int TQ_CALL vcMp3Maker_CompressWaveToMp3(int maker, int progressWindow, int deviceContext);
+/* The lyric file from the caption file, which is removed. 1, or -1 when
+ * either file will not open. */
+TQ_API int TQ_CALL vcMp3Maker_AdjustLrcFile(int maker);
+/* Closes the script and frees the handle. */
+TQ_API void TQ_CALL vcMp3Maker_Close(int maker);
+
+/* (end of audio lessons) */
+
+/* ======================================================================
  * Quizzes: vcChoiceQtFile_, vcFillBlankQtFile_, question generation and
  * the usage test
  *

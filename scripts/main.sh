@@ -3,7 +3,8 @@
 # learning with tqcomm learn, driven by a few scripted answers so that it ends
 # on its own (it keeps the rest of the day's list for the next run). Before
 # that, a sound library of the sample words goes into the data folder (once:
-# a few seconds of speech), so that "tqcomm say WORD" answers from it.
+# a few seconds of speech), so that "tqcomm say WORD" answers from it, and a
+# five-word audio lesson is made from it (build/demo-lesson.mp3 and .lrc).
 set -euo pipefail
 cd "$(dirname "$0")/.."
 bash scripts/setup.sh
@@ -14,4 +15,6 @@ if [ ! -f "$sndlib/words.idx" ]; then
     echo "== no sound library (speech unavailable); tqcomm say will not find the sample words"
 fi
 build/bin/tqcomm say apple --play -o build/demo-apple || true
+# A short listening lesson of the first sample words, with its lyric file.
+build/bin/tqcomm lesson --words 5 -o build/demo-lesson.mp3 || true
 printf '1\n2\n1\n3\n4\n5\n1\n1\nq\n' | build/bin/tqcomm learn

@@ -24,8 +24,8 @@ expect_file() {
 }
 
 # The installed tool answers --version with the project's version and the
-# bundled data beside it, and runs a scripted day's learning on the sample
-# book, which it makes from the installed sample list.
+# bundled data beside it, runs a scripted day's learning on the sample
+# book, which it makes from the installed sample list, and makes a lesson.
 check_tool() {
   local tool=$1 data=$2 out
   out=$("$tool" --version) || fail "$tool --version failed"
@@ -38,6 +38,10 @@ check_tool() {
     fail "learn ran another day than the scripted one: $out"
   [[ $(stat -c %s "$work/home/tqcomm/sample.his") == $((98 * 48)) ]] ||
     fail "the sample book's history is not one record for each of the 98 sample words"
+  # A short lesson spells its words with the installed letter sounds.
+  out=$(XDG_DATA_HOME=$work/home "$tool" lesson --words 2 -o "$work/lesson.mp3" 2>&1) || fail "lesson failed: $out"
+  [[ $out != *"no letter sounds"* && -s $work/lesson.mp3 && -s $work/lesson.lrc ]] ||
+    fail "the lesson did not find the installed letter sounds: $out"
 }
 
 # Where a program finds libtqcomm2006 when it starts.

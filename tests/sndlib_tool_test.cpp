@@ -11,15 +11,7 @@ using namespace tqtest;
 
 namespace {
 
-class SndlibTool : public TempDirTest {
- protected:
-  int Tool(const std::string& args, std::string* out) {
-    return tqtest::Run("LANG=C.UTF-8 XDG_DATA_HOME='" + Path("data") + "' TQCOMM_REGISTRY='" + Path("reg") + "' " +
-                           std::string(TQCOMM_BIN) + " " + args + " 2>&1",
-                       out);
-  }
-  static bool Has(const std::string& out, const std::string& text) { return out.find(text) != std::string::npos; }
-};
+class SndlibTool : public SoundToolTest {};
 
 // The English words of the sample list: every other line, before its
 // pronunciation.

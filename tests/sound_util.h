@@ -67,7 +67,7 @@ inline Decoded ReadPcm(const std::string& path) {
   d.bits = static_cast<int>(u(34, 2));
   size_t n = std::min<size_t>(u(data + 4, 4), f.size() - data - 8) / 2;
   d.samples.resize(n);
-  std::memcpy(d.samples.data(), f.data() + data + 8, n * 2);
+  if (n > 0) std::memcpy(d.samples.data(), f.data() + data + 8, n * 2);
   return d;
 }
 
@@ -115,5 +115,19 @@ inline std::string ToneMp3(int channels, int rate, double seconds, int kbps) {
                "lame --quiet -b " + std::to_string(kbps) + " --resample " + std::to_string(rate / 1000.0) + " '" +
                    wave + "' \"$OUT\"");
 }
+
+#ifdef TQCOMM_BIN
+// tqcomm run as a person at a terminal runs it, with its data folder and
+// registry in the test's scratch folder; out gets what it prints.
+class SoundToolTest : public TempDirTest {
+ protected:
+  int Tool(const std::string& args, std::string* out) {
+    return tqtest::Run("LANG=C.UTF-8 XDG_DATA_HOME='" + Path("data") + "' TQCOMM_REGISTRY='" + Path("reg") + "' " +
+                           std::string(TQCOMM_BIN) + " " + args + " 2>&1",
+                       out);
+  }
+  static bool Has(const std::string& out, const std::string& text) { return out.find(text) != std::string::npos; }
+};
+#endif
 
 }  // namespace tqtest

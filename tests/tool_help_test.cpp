@@ -142,10 +142,10 @@ TEST_F(ToolHelp, EveryCommandAnswersHelpAlikeThreeWays) {
 // names is spelled so in the sources.
 TEST_F(ToolHelp, TheHelpsAndTheParsersNameTheSameOptions) {
   Options in_sources;
-  const std::regex option(R"re("(--?[a-z][a-z0-9-]*)")re"), comment("//[^\n]*");
+  const std::regex quoted(R"re("(--?[a-z][a-z0-9-]*)")re"), comment("//[^\n]*");
   for (const std::string& source : ToolSources()) {
     std::string text = std::regex_replace(source, comment, "");
-    for (std::sregex_iterator m(text.begin(), text.end(), option), end; m != end; ++m) {
+    for (std::sregex_iterator m(text.begin(), text.end(), quoted), end; m != end; ++m) {
       if ((*m)[1] != "--help" && (*m)[1] != "-h") in_sources.insert((*m)[1]);
     }
   }

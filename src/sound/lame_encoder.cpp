@@ -2,6 +2,8 @@
 // reading the configuration record the conversion fills.
 #include <lame.h>
 
+#include <algorithm>
+#include <cmath>
 #include <cstdarg>
 #include <cstdio>
 #include <cstring>
@@ -111,8 +113,14 @@ uint32_t InitStream(const unsigned char* config, uint32_t* chunkSamples, uint32_
   s.gfp = gfp;
   s.channels = channels;
   const uint32_t samples = static_cast<uint32_t>(lame_get_framesize(gfp) * channels);
-  // LAME's own bound for the bytes one call may give.
-  s.capacity = samples + samples / 4 + 7200;
+  // LAME's own bound for the bytes one call may give, for the samples it
+  // encodes: a rate below the lowest MPEG rate is raised first, and the
+  // chunk then makes that many times more frames. The flush needs the room
+  // too: LAME takes a buffer it has filled to the last byte as one of no
+  // size, and writes on.
+  const double raised =
+      std::max(1.0, static_cast<double>(lame_get_out_samplerate(gfp)) / std::max(1, lame_get_in_samplerate(gfp)));
+  s.capacity = static_cast<uint32_t>(std::ceil(raised * (samples + samples / 4))) + 7200;
   EncoderState& st = State();
   std::lock_guard<std::mutex> lock(st.mutex);
   *stream = st.next++;

@@ -158,6 +158,13 @@ bool ReadListWords(const std::string& file, std::vector<std::string>* words) {
   return true;
 }
 
+bool ReadListEntries(const std::string& file, std::vector<std::pair<std::string, std::string>>* entries) {
+  std::vector<Item> items;
+  if (!ReadWordList(file, Layout::kAuto, &items)) return false;
+  for (const Item& it : items) entries->push_back({it.word, it.meaning});
+  return true;
+}
+
 const char kUsage[] =
     "usage: tqcomm book import FILE [--layout auto|alternate|one-line] [--book BOOK.idx]\n"
     "       tqcomm book list [--book BOOK.idx]\n"

@@ -12,6 +12,7 @@
 #include <string>
 #include <vector>
 
+#include "args.h"
 #include "commands.h"
 #include "progress.h"
 #include "tqcomm2006.h"
@@ -63,20 +64,6 @@ const char kSndlibUsage[] =
     "               lengths scrambled as sentence libraries are)\n"
     "\n"
     "Exit status: 0 built, 1 failure, 2 bad usage.\n";
-
-bool WantsHelp(const Args& args) {
-  return std::any_of(args.begin(), args.end(), [](const std::string& a) { return a == "--help" || a == "-h"; });
-}
-
-bool ParseInt(const std::string& text, long low, long high, int* value) {
-  char* end = nullptr;
-  const long v = std::strtol(text.c_str(), &end, 10);
-  if (text.empty() || *end != '\0' || v < low || v > high) return false;
-  *value = static_cast<int>(v);
-  return true;
-}
-
-bool IsFile(const std::string& path) { return vcIfFileExist(path.c_str()) == 1; }
 
 std::string WithSlash(const std::string& dir) { return dir.empty() || dir.back() == '/' ? dir : dir + "/"; }
 

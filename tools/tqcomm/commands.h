@@ -22,6 +22,7 @@
 #pragma once
 
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace tqcomm {
@@ -38,6 +39,8 @@ std::string BookHistoryPath(const std::string& idx);
 // The English words of a word list in either layout, as book import reads
 // them; false when the file will not open.
 bool ReadListWords(const std::string& file, std::vector<std::string>* words);
+// The same with each word's Chinese meaning (GBK; empty where it has none).
+bool ReadListEntries(const std::string& file, std::vector<std::pair<std::string, std::string>>* entries);
 int LearnCommand(const Args& args);
 // (learn)
 int StatsCommand(const Args& args);
@@ -64,6 +67,8 @@ int SayCommand(const Args& args);
 int SndlibCommand(const Args& args);
 // (draw)
 int DrawCommand(const Args& args);
+// (lesson)
+int LessonCommand(const Args& args);
 
 
 // GBK text from the library, shown on a terminal that may speak UTF-8.

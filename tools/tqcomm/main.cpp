@@ -178,6 +178,9 @@ const Command kCommands[] = {
     {"sndlib", tqcomm::SndlibCommand, "sndlib build LIST -o DIR [--sentences] [--bitrate K]"},
     // (draw)
     {"draw", tqcomm::DrawCommand, "draw --width W [--line-height H] TEXT -o OUT.png"},
+    // (lesson)
+    {"lesson", tqcomm::LessonCommand,
+     "lesson [--book BOOK.idx | LIST.txt] [--dict DIR] [--pattern A1B1C1S2] [--words N] [--chinese] -o OUT.mp3"},
 
 };
 

@@ -1,0 +1,235 @@
+// The digest job on its worker thread, polled as a front end polls it, and
+// its two bodies run on the test's own thread. These tests also run under
+// ThreadSanitizer (the mp3_thread_tsan test).
+#include <chrono>
+#include <mutex>
+#include <numeric>
+#include <string>
+#include <thread>
+#include <vector>
+
+#include "sound/digest.h"
+#include "sound_util.h"
+
+using namespace tqtest;
+
+namespace {
+
+std::mutex g_seen_mutex;
+std::vector<int> g_seen;
+
+void Seen(int percent) {
+  std::lock_guard<std::mutex> lock(g_seen_mutex);
+  g_seen.push_back(percent);
+}
+
+// One second of silence, one of a 440 Hz tone at half scale, one of
+// silence: made by sox, as a wave and as an MP3.
+std::string QuietLoudQuietWave() {
+  return Audio("qlq.wav", "sox -D -r 22050 -c 1 -n -b 16 -t wav \"$OUT\" synth 1 sine 440 vol 0.5 pad 1 1");
+}
+std::string QuietLoudQuietMp3() {
+  return Audio("qlq.mp3", "lame --quiet -b 32 '" + QuietLoudQuietWave() + "' \"$OUT\"");
+}
+// A second of stereo MP3 with the tone in one channel only (1 left, 2 right).
+std::string OneSidedMp3(int side) {
+  return Audio("side" + std::to_string(side) + ".mp3",
+               std::string("sox -D -r 44100 -c 2 -n -b 16 -t wav - synth 1 sine 440 vol 0.5 remix ") +
+                   (side == 1 ? "1 0" : "0 1") + " | lame --quiet -m s -b 128 - \"$OUT\"");
+}
+
+double Mean(const std::string& digest, size_t from, size_t to) {
+  double sum = 0;
+  for (size_t i = from; i < to && i < digest.size(); ++i) sum += static_cast<unsigned char>(digest[i]);
+  return to > from ? sum / static_cast<double>(to - from) : 0;
+}
+
+class DigestThread : public TempDirTest {
+ protected:
+  void SetUp() override {
+    TempDirTest::SetUp();
+    g_seen.clear();
+    tq::sound::SetDigestObserverForTesting(Seen);
+  }
+  void TearDown() override {
+    WaitForWorker();
+    tq::sound::SetDigestObserverForTesting(nullptr);
+    TempDirTest::TearDown();
+  }
+  using Clock = std::chrono::steady_clock;
+  // Starts the job as a front end does: init, interval, thread.
+  static void Start(const std::string& source, const char* digest, int blockMs, int startMs = 0, int endMs = -1) {
+    ASSERT_EQ(vcInitMakingDigestProcess(source.c_str(), digest, blockMs), 0);
+    ASSERT_EQ(vcSetDigestInterval(startMs, endMs), startMs);
+    ASSERT_NE(vcCreateMakingDigestThread(), 0);
+  }
+  // Polls until the job reports its end; every value seen on the way.
+  static std::vector<int> PollToEnd() {
+    std::vector<int> polled;
+    for (auto give_up = Clock::now() + std::chrono::seconds(60); Clock::now() < give_up;) {
+      const int p = vcGetMakeDigestPercentage();
+      if (polled.empty() || polled.back() != p) polled.push_back(p);
+      if (p == 1000) break;
+      std::this_thread::sleep_for(std::chrono::microseconds(200));
+    }
+    return polled;
+  }
+  static void WaitForWorker() {
+    for (auto give_up = Clock::now() + std::chrono::seconds(60);
+         tq::sound::DigestThreadRunningForTesting() && Clock::now() < give_up;) {
+      std::this_thread::sleep_for(std::chrono::milliseconds(1));
+    }
+  }
+  static std::vector<int> Stored() {
+    std::lock_guard<std::mutex> lock(g_seen_mutex);
+    return g_seen;
+  }
+};
+
+TEST_F(DigestThread, Mp3JobShowsTheShapeOfTheSound) {
+  tqtest::Run("cp '" + QuietLoudQuietMp3() + "' qlq.mp3 && touch -d '2003-04-05 06:07:08' qlq.mp3", nullptr);
+  Start("qlq.mp3", "qlq.dig", 10);
+  EXPECT_EQ(PollToEnd().back(), 1000);
+  // 22050 / 100 = 220 samples a block, over all the samples the MP3
+  // decodes to (with the encoder's delay, which this file doesn't say).
+  ASSERT_EQ(vcMp3ToWav("qlq.mp3", "qlq.wav", nullptr), 0);
+  int32_t para[5];
+  ASSERT_EQ(vcGetWaveFilePara("qlq.wav", para), 1);
+  const std::string digest = ReadFile("qlq.dig");
+  EXPECT_EQ(digest.size(), static_cast<size_t>(para[3] / 2 / 220));
+  EXPECT_NEAR(static_cast<double>(digest.size()), 3 * 22050 / 220.0, 6);
+  EXPECT_LT(Mean(digest, 0, 90), 1.0);
+  EXPECT_GT(Mean(digest, 110, 190), 30.0);  // |sin| averages 2/pi of 64
+  EXPECT_LT(Mean(digest, 210, 300), 1.0);
+  EXPECT_EQ(vcIsSameTimeFiles("qlq.mp3", "qlq.dig"), 1);
+  // Progress in steps of ten, then the end.
+  std::vector<int> stored = Stored();
+  ASSERT_GE(stored.size(), 10u);
+  EXPECT_EQ(stored.back(), 1000);
+  for (size_t i = 0; i + 1 < stored.size(); ++i) {
+    EXPECT_EQ(stored[i], 10 * static_cast<int>(i + 1));
+  }
+}
+
+TEST_F(DigestThread, IntervalIsHonouredByAnMp3JobAndIgnoredByAWaveJob) {
+  Start(QuietLoudQuietMp3(), "middle.dig", 10, 1000, 2000);
+  EXPECT_EQ(PollToEnd().back(), 1000);
+  // The loud second alone, up to the frame that reaches its end.
+  const std::string middle = ReadFile("middle.dig");
+  EXPECT_GE(middle.size(), 100u);
+  EXPECT_LE(middle.size(), 104u);
+  EXPECT_GT(Mean(middle, 5, 95), 30.0);
+
+  Start(QuietLoudQuietWave(), "whole.dig", 10, 1000, 2000);
+  EXPECT_EQ(PollToEnd().back(), 1000);
+  const std::string whole = ReadFile("whole.dig");
+  EXPECT_EQ(whole.size(), 301u);  // 66,150 samples less the 22 never read, by 220
+  EXPECT_EQ(Mean(whole, 0, 100), 0.0);
+  EXPECT_GT(Mean(whole, 100, 200), 30.0);
+}
+
+TEST_F(DigestThread, Mp3TakesTheLeftChannel) {
+  for (int side : {1, 2}) {
+    Start(OneSidedMp3(side), "side.dig", 5);
+    EXPECT_EQ(PollToEnd().back(), 1000);
+    // 220 samples a block; the last frame of 1,152 is filled up with silence.
+    const std::string digest = ReadFile("side.dig");
+    EXPECT_GE(digest.size(), 200u);
+    EXPECT_LE(digest.size(), 206u);
+    if (side == 1) {
+      EXPECT_GT(Mean(digest, 10, 190), 30.0);
+    } else {
+      EXPECT_LT(Mean(digest, 10, 190), 1.0);
+    }
+  }
+}
+
+TEST_F(DigestThread, WaveJobMatchesTheImmediateDigest) {
+  // 44.1 kHz stereo in blocks of 7 ms (142 a second, 310 frames): the
+  // worker reads a block at once, the immediate form in pieces of 2,000
+  // bytes; the bytes are the same.
+  const std::string wave = ToneWave(2, 44100, 2.0, 300);
+  ASSERT_GT(vcMakeWaveDigestFile(wave.c_str(), "now.dig", 7), 0);
+  tqtest::Run("cp '" + wave + "' tone.WAV && touch -d '2004-05-06 07:08:09' tone.WAV", nullptr);
+  Start("tone.WAV", "worker.dig", 7);
+  const std::vector<int> polled = PollToEnd();
+  EXPECT_EQ(polled.back(), 1000);
+  EXPECT_EQ(ReadFile("worker.dig"), ReadFile("now.dig"));
+  EXPECT_EQ(vcIsSameTimeFiles("tone.WAV", "worker.dig"), 1);
+  // The percentage is stored whenever it grows, so every value up to the
+  // last block's.
+  std::vector<int> stored = Stored();
+  ASSERT_GE(stored.size(), 3u);
+  EXPECT_EQ(stored.back(), 1000);
+  EXPECT_EQ(stored[stored.size() - 2], 99);
+  for (size_t i = 0; i + 1 < stored.size(); ++i) EXPECT_EQ(stored[i], static_cast<int>(i + 1));
+}
+
+TEST_F(DigestThread, CancelEndsTheJobAndDeletesTheDigest) {
+  for (const std::string& source : {QuietLoudQuietWave(), QuietLoudQuietMp3()}) {
+    // The cancel word is cleared by the init, not by the start: set
+    // between them, it stops the job after its first block or frame.
+    ASSERT_EQ(vcInitMakingDigestProcess(source.c_str(), "gone.dig", 10), 0);
+    vcCancelMakeDigest();
+    ASSERT_NE(vcCreateMakingDigestThread(), 0);
+    EXPECT_EQ(PollToEnd().back(), 1000) << source;
+    EXPECT_EQ(vcIfFileExist("gone.dig"), 0) << source;
+    WaitForWorker();
+  }
+}
+
+TEST_F(DigestThread, JobsThatCannotStartStayAtZero) {
+  WriteFile("empty.wav", "");
+  WriteFile("empty.mp3", "");
+  // A wave named otherwise goes to the MP3 job, which will not take it.
+  tqtest::Run("cp '" + QuietLoudQuietWave() + "' tone.wave", nullptr);
+  const struct {
+    std::string source;
+    const char* digest;
+    int blockMs;
+  } jobs[] = {
+      {"missing.wav", "x.dig", 10},           {"missing.mp3", "x.dig", 10},
+      {"empty.wav", "x.dig", 10},             {"empty.mp3", "x.dig", 10},
+      {"tone.wave", "x.dig", 10},             {QuietLoudQuietWave(), "x.dig", 0},
+      {QuietLoudQuietMp3(), "x.dig", 0},      {QuietLoudQuietMp3(), "x.dig", 1001},
+      {QuietLoudQuietWave(), "no/dir.dig", 10}, {QuietLoudQuietMp3(), "no/dir.dig", 10},
+  };
+  for (const auto& job : jobs) {
+    Start(job.source, job.digest, job.blockMs);
+    WaitForWorker();
+    EXPECT_EQ(vcGetMakeDigestPercentage(), 0) << job.source << " " << job.blockMs;
+    EXPECT_EQ(vcIfFileExist("x.dig"), 0) << job.source << " " << job.blockMs;
+  }
+  EXPECT_TRUE(Stored().empty());
+}
+
+TEST_F(DigestThread, BodiesRunOnTheCallersThread) {
+  ASSERT_EQ(vcInitMakingDigestProcess(QuietLoudQuietWave().c_str(), "w.dig", 20), 0);
+  EXPECT_EQ(vcMakeWaveDigestThread(nullptr), 1);
+  EXPECT_EQ(vcGetMakeDigestPercentage(), 1000);
+  EXPECT_EQ(ReadFile("w.dig").size(), 150u);
+  ASSERT_EQ(vcInitMakingDigestProcess(QuietLoudQuietMp3().c_str(), "m.dig", 20), 0);
+  EXPECT_EQ(vcGetMakeDigestPercentage(), 0);
+  EXPECT_EQ(vcMakeMp3DigestThread(nullptr), 0);
+  EXPECT_EQ(vcGetMakeDigestPercentage(), 1000);
+  EXPECT_NEAR(static_cast<double>(ReadFile("m.dig").size()), 150, 2);
+  // Either body on the other kind of file, or with nothing to read.
+  ASSERT_EQ(vcInitMakingDigestProcess(QuietLoudQuietMp3().c_str(), "x.dig", 20), 0);
+  EXPECT_EQ(vcMakeWaveDigestThread(nullptr), -1);
+  ASSERT_EQ(vcInitMakingDigestProcess(QuietLoudQuietWave().c_str(), "x.dig", 20), 0);
+  EXPECT_EQ(vcMakeMp3DigestThread(nullptr), -1);
+  EXPECT_EQ(vcGetMakeDigestPercentage(), 0);
+  EXPECT_EQ(vcIfFileExist("x.dig"), 0);
+}
+
+TEST_F(DigestThread, TruncatedMp3GivesTheFramesThatAreThere) {
+  const std::string mp3 = ReadFile(QuietLoudQuietMp3());
+  WriteFile("half.mp3", mp3.substr(0, mp3.size() / 2));
+  Start("half.mp3", "half.dig", 10);
+  EXPECT_EQ(PollToEnd().back(), 1000);
+  const std::string digest = ReadFile("half.dig");
+  EXPECT_NEAR(static_cast<double>(digest.size()), 150, 6);
+  EXPECT_GT(Mean(digest, 110, 140), 30.0);
+}
+
+}  // namespace

@@ -4,7 +4,7 @@
 #   fuzz/run.sh [SECONDS] [TARGET...]
 #
 # SECONDS defaults to 60 per target; the targets are the *_fuzz.cpp files
-# here (text, word_readers, dict, html, cedict, notebook, quiz_choice, quiz_fill, quiz_usage, feed, wave, mp3). Needs clang and Debian's libclang-rt-14-dev.
+# here (text, word_readers, dict, html, cedict, notebook, quiz_choice, quiz_fill, quiz_usage, feed, wave, mp3, digest). Needs clang and Debian's libclang-rt-14-dev.
 # Builds land in build-fuzz/, the growing corpora in fuzz/corpus-TARGET/
 # (started from fuzz/seeds/TARGET/), and any finding in fuzz/crash-*.
 set -euo pipefail

@@ -182,6 +182,14 @@ int DigestCommand(const Args& args) {
     folder = pattern;
     digest = folder + "/digest.dig";
   }
+  // The job would never report on a digest it can't make either.
+  std::FILE* probe = std::fopen(digest.c_str(), "wb");
+  if (probe == nullptr) {
+    std::fprintf(stderr, "tqcomm: cannot write %s\n", digest.c_str());
+    if (!folder.empty()) rmdir(folder.c_str());
+    return 1;
+  }
+  std::fclose(probe);
   int status = 1;
   if (MakeDigest(o, digest)) {
     const int blocks = vcGetFileLength(digest.c_str());

@@ -1,27 +1,16 @@
 // The digest job on its worker thread, polled as a front end polls it, and
 // its two bodies run on the test's own thread. These tests also run under
 // ThreadSanitizer (the mp3_thread_tsan test).
-#include <chrono>
-#include <mutex>
-#include <numeric>
 #include <string>
-#include <thread>
 #include <vector>
 
 #include "sound/digest.h"
 #include "sound_util.h"
+#include "worker_util.h"
 
 using namespace tqtest;
 
 namespace {
-
-std::mutex g_seen_mutex;
-std::vector<int> g_seen;
-
-void Seen(int percent) {
-  std::lock_guard<std::mutex> lock(g_seen_mutex);
-  g_seen.push_back(percent);
-}
 
 // One second of silence, one of a 440 Hz tone at half scale, one of
 // silence: made by sox, as a wave and as an MP3.
@@ -48,42 +37,23 @@ class DigestThread : public TempDirTest {
  protected:
   void SetUp() override {
     TempDirTest::SetUp();
-    g_seen.clear();
-    tq::sound::SetDigestObserverForTesting(Seen);
+    StoredPercentages::Clear();
+    tq::sound::SetDigestObserverForTesting(StoredPercentages::Seen);
   }
   void TearDown() override {
     WaitForWorker();
     tq::sound::SetDigestObserverForTesting(nullptr);
     TempDirTest::TearDown();
   }
-  using Clock = std::chrono::steady_clock;
   // Starts the job as a front end does: init, interval, thread.
   static void Start(const std::string& source, const char* digest, int blockMs, int startMs = 0, int endMs = -1) {
     ASSERT_EQ(vcInitMakingDigestProcess(source.c_str(), digest, blockMs), 0);
     ASSERT_EQ(vcSetDigestInterval(startMs, endMs), startMs);
     ASSERT_NE(vcCreateMakingDigestThread(), 0);
   }
-  // Polls until the job reports its end; every value seen on the way.
-  static std::vector<int> PollToEnd() {
-    std::vector<int> polled;
-    for (auto give_up = Clock::now() + std::chrono::seconds(60); Clock::now() < give_up;) {
-      const int p = vcGetMakeDigestPercentage();
-      if (polled.empty() || polled.back() != p) polled.push_back(p);
-      if (p == 1000) break;
-      std::this_thread::sleep_for(std::chrono::microseconds(200));
-    }
-    return polled;
-  }
-  static void WaitForWorker() {
-    for (auto give_up = Clock::now() + std::chrono::seconds(60);
-         tq::sound::DigestThreadRunningForTesting() && Clock::now() < give_up;) {
-      std::this_thread::sleep_for(std::chrono::milliseconds(1));
-    }
-  }
-  static std::vector<int> Stored() {
-    std::lock_guard<std::mutex> lock(g_seen_mutex);
-    return g_seen;
-  }
+  static std::vector<int> PollToEnd() { return tqtest::PollToEnd(vcGetMakeDigestPercentage); }
+  static void WaitForWorker() { WaitWhile(tq::sound::DigestThreadRunningForTesting); }
+  static std::vector<int> Stored() { return StoredPercentages::Get(); }
 };
 
 TEST_F(DigestThread, Mp3JobShowsTheShapeOfTheSound) {

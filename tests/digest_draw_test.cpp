@@ -69,6 +69,14 @@ TEST_F(DigestDrawing, ColumnsStandForPointsAndTheirMeans) {
   EXPECT_EQ(BlackRuns(dc, 2, 100), "25-75");
   EXPECT_EQ(BlackRuns(dc, 5, 100), "44-56");
   for (int x : {4, 8, 9}) EXPECT_EQ(BlackRuns(dc, x, 100), "50-50") << x;
+  // The other name, and a reader from the start one block a point, draw
+  // the same.
+  const int other = Surface(10, 100), by_reader = Surface(10, 100);
+  vcDrawWaveDigestFile("four.dig", other, 100, 10, 20);
+  const int reader = vcDigestFile_Open("four.dig");
+  vcDigestFile_Draw(reader, by_reader, 100, 10, 0, 1, 20);
+  EXPECT_EQ(Journal(other), Journal(dc));
+  EXPECT_EQ(Journal(by_reader), Journal(dc));
 }
 
 TEST_F(DigestDrawing, ReaderSeeksToTheStartAndAveragesBlocks) {
@@ -90,28 +98,16 @@ TEST_F(DigestDrawing, ReaderSeeksToTheStartAndAveragesBlocks) {
   tqHost_ClearDrawLog(dc);
   vcDigestFile_Draw(reader, dc, 128, 4, 25, 2, 10);
   EXPECT_EQ(Journal(dc), picture);
-  // A point cut short by the end of the file is not drawn.
+  // A point cut short by the end of the file is not drawn: (127 + 127 +
+  // 10 + 20) / 4 = 71 -> 35, and the next point never ends. From beyond
+  // the end there is the centre line alone.
   tqHost_ClearDrawLog(dc);
   vcDigestFile_Draw(reader, dc, 128, 4, 0, 4, 10);
-  // (127 + 127 + 10 + 20) / 4 = 71 -> 35; the next point never ends.
   EXPECT_EQ(Journal(dc), "MoveTo 0 64\nLineTo 4 64\nMoveTo 0 29\nLineTo 0 100\nMoveTo 1 47\nLineTo 1 82\n");
-  vcDigestFile_Close(reader);
-}
-
-TEST_F(DigestDrawing, SilenceAndTheEndOfTheFileLeaveOnlyTheCentreLine) {
-  WriteFile("silent.dig", std::string(500, '\0'));
-  const int reader = vcDigestFile_Open("silent.dig");
-  const int dc = Surface(300, 60);
-  vcDigestFile_Draw(reader, dc, 60, 300, 0, 1, 10);
-  EXPECT_EQ(Journal(dc), "MoveTo 0 30\nLineTo 300 30\n");
-  // A start beyond the end of the file.
-  WriteFile("loud.dig", std::string(5, '\x80'));
-  vcDigestFile_Close(reader);
-  const int loud = vcDigestFile_Open("loud.dig");
   tqHost_ClearDrawLog(dc);
-  vcDigestFile_Draw(loud, dc, 60, 300, 60, 1, 10);
-  EXPECT_EQ(Journal(dc), "MoveTo 0 30\nLineTo 300 30\n");
-  for (int x : {0, 150, 299}) EXPECT_EQ(BlackRuns(dc, x, 60), "30-30");
+  vcDigestFile_Draw(reader, dc, 128, 4, 70, 1, 10);
+  EXPECT_EQ(Journal(dc), "MoveTo 0 64\nLineTo 4 64\n");
+  vcDigestFile_Close(reader);
 }
 
 TEST_F(DigestDrawing, AtMost2050Columns) {
@@ -124,18 +120,6 @@ TEST_F(DigestDrawing, AtMost2050Columns) {
   EXPECT_EQ(BlackRuns(dc, 2049, 40), "15-25");
   EXPECT_EQ(BlackRuns(dc, 2050, 40), "20-20");
   EXPECT_EQ(tqHost_GetPixel(dc, 2999, 20), kBlack);  // the centre line goes on
-}
-
-TEST_F(DigestDrawing, BothNamesDrawWhatAReaderDraws) {
-  WriteFile("some.dig", std::string{'\x10', '\x70', '\x00', '\x33', '\x80', '\x01'});
-  const int a = Surface(16, 50), b = Surface(16, 50), c = Surface(16, 50);
-  vcDrawDigestFile("some.dig", a, 50, 16, 10);
-  vcDrawWaveDigestFile("some.dig", b, 50, 16, 10);
-  const int reader = vcDigestFile_Open("some.dig");
-  vcDigestFile_Draw(reader, c, 50, 16, 0, 1, 10);
-  EXPECT_EQ(Journal(a), Journal(c));
-  EXPECT_EQ(Journal(b), Journal(c));
-  vcDigestFile_Close(reader);
 }
 
 TEST_F(DigestDrawing, TheCallersPenDraws) {
@@ -170,7 +154,6 @@ TEST_F(DigestDrawing, NothingIsDrawnForWhatCannotBeDrawn) {
   EXPECT_EQ(Journal(dc), "");
   for (int x = 0; x < 20; ++x) EXPECT_EQ(tqHost_GetPixel(dc, x, 10), kWhite) << x;
   // Hostile sizes: the ends of a line stop at the limits of 32 bits.
-  vcDrawDigestFile("x.dig", dc, -2147483647, -7, 1);
   WriteFile("max.dig", "\xff");
   tqHost_ClearDrawLog(dc);
   vcDrawDigestFile("max.dig", dc, 2147483647, 2, 1);
@@ -189,8 +172,6 @@ TEST_F(DigestDrawing, NineReadersAtOnce) {
   EXPECT_EQ(vcDigestFile_Open("missing.dig"), -1);
   EXPECT_EQ(vcDigestFile_Open(nullptr), -1);
   EXPECT_EQ(vcDigestFile_Open("a.dig"), 4);
-  vcDigestFile_Close(0);
-  vcDigestFile_Close(12);
   for (int h : handles) vcDigestFile_Close(h);
   EXPECT_EQ(vcDigestFile_Open("a.dig"), 1);
 }

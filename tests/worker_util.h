@@ -33,30 +33,21 @@ inline void WaitWhile(bool (*running)()) {
 }
 
 // The percentages stored by a worker, in order: Seen is the observer.
-class StoredPercentages {
- public:
+struct StoredPercentages {
   static void Seen(int percent) {
-    std::lock_guard<std::mutex> lock(mutex());
-    values().push_back(percent);
+    std::lock_guard<std::mutex> lock(mutex);
+    values.push_back(percent);
   }
   static std::vector<int> Get() {
-    std::lock_guard<std::mutex> lock(mutex());
-    return values();
+    std::lock_guard<std::mutex> lock(mutex);
+    return values;
   }
   static void Clear() {
-    std::lock_guard<std::mutex> lock(mutex());
-    values().clear();
+    std::lock_guard<std::mutex> lock(mutex);
+    values.clear();
   }
-
- private:
-  static std::mutex& mutex() {
-    static std::mutex m;
-    return m;
-  }
-  static std::vector<int>& values() {
-    static std::vector<int> v;
-    return v;
-  }
+  static inline std::mutex mutex;
+  static inline std::vector<int> values;
 };
 
 }  // namespace tqtest

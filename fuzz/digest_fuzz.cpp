@@ -3,53 +3,64 @@
 // the input and of what was made, as digests, through the readers.
 //
 // Input: five bytes of settings (block length, interval and blocks a point,
-// height, width, start of the picture), then the file's bytes.
+// height, width, start of the picture), then the file's bytes. The pictures
+// go to a host surface, whose journal is checked: after the centre line
+// every line is one column, inside the picture's 2,050 columns, symmetric
+// about the middle.
 #include <algorithm>
+#include <cstdio>
 #include <string>
 #include <vector>
 
-#include "platform/surface.h"
 #include "sound_fuzz.h"
 #include "tqcomm2006.h"
-
-// The two drawing operations, checked: after the centre line every line is
-// one column, inside the picture's 2,050 columns, symmetric about the middle.
-namespace {
-struct Line {
-  int x0, y0, x1, y1;
-};
-std::vector<Line> g_lines;
-tq::gdi::Point g_pos;
-}  // namespace
-
-namespace tq::gdi {
-bool MoveToEx(int, int x, int y, Point* previous) {
-  if (previous != nullptr) *previous = g_pos;
-  g_pos = {x, y};
-  return true;
-}
-bool LineTo(int, int x, int y) {
-  g_lines.push_back({g_pos.x, g_pos.y, x, y});
-  g_pos = {x, y};
-  return true;
-}
-}  // namespace tq::gdi
+#include "tqhost.h"
 
 namespace {
 
 constexpr int kSpecialBlocks[] = {0, -7, 1000, 1001, 3, 7};
 
+struct Line {
+  int x0, y0, x1, y1;
+};
+
+// The lines of the surface's journal, each a MoveTo and a LineTo; the
+// journal is cleared.
+std::vector<Line> Lines(int dc) {
+  const int n = tqHost_GetDrawLog(dc, nullptr, 0);
+  std::string log(static_cast<size_t>(n) + 1, '\0');
+  tqHost_GetDrawLog(dc, log.data(), n + 1);
+  tqHost_ClearDrawLog(dc);
+  std::vector<Line> lines;
+  Line l{};
+  for (const char* p = log.c_str(); *p != '\0';) {
+    int x, y, used = 0;
+    if (std::sscanf(p, "MoveTo %d %d\n%n", &x, &y, &used) == 2 && used > 0) {
+      l.x0 = x;
+      l.y0 = y;
+    } else if (std::sscanf(p, "LineTo %d %d\n%n", &x, &y, &used) == 2 && used > 0) {
+      l.x1 = x;
+      l.y1 = y;
+      lines.push_back(l);
+    } else {
+      Check(false);  // nothing else is drawn
+    }
+    p += used;
+  }
+  return lines;
+}
+
 int BlockMs(uint8_t b) { return b >= 250 ? kSpecialBlocks[b - 250] : 1 + b % 100; }
 
-void CheckPicture(int height, int width) {
-  if (g_lines.empty()) return;
+void CheckPicture(const std::vector<Line>& lines, int height, int width) {
+  if (lines.empty()) return;
   const int mid = height / 2;
-  Check(g_lines[0].y0 == mid && g_lines[0].x0 == 0 && g_lines[0].x1 == width && g_lines[0].y1 == mid);
+  Check(lines[0].y0 == mid && lines[0].x0 == 0 && lines[0].x1 == width && lines[0].y1 == mid);
   const int columns = std::min(std::max(width / 2, 0), 1025) * 2;
-  Check(static_cast<int>(g_lines.size()) - 1 <= columns);
+  Check(static_cast<int>(lines.size()) - 1 <= columns);
   int last = -1;
-  for (size_t i = 1; i < g_lines.size(); ++i) {
-    const Line& l = g_lines[i];
+  for (size_t i = 1; i < lines.size(); ++i) {
+    const Line& l = lines[i];
     Check(l.x0 == l.x1 && l.x0 > last && l.x0 < columns);
     last = l.x0;
     // From mid - v to mid + v + 1: v at most 255/128 of the half height.
@@ -59,21 +70,18 @@ void CheckPicture(int height, int width) {
   }
 }
 
-void Draw(const std::string& path, int height, int width, int startMs, int perPoint, int blockMs) {
-  g_lines.clear();
+void Draw(int dc, const std::string& path, int height, int width, int startMs, int perPoint, int blockMs) {
   const int reader = vcDigestFile_Open(path.c_str());
   Check(reader == -1 || (reader >= 1 && reader <= 9));
-  vcDigestFile_Draw(reader, 1, height, width, startMs, perPoint, blockMs);
-  CheckPicture(height, width);
+  vcDigestFile_Draw(reader, dc, height, width, startMs, perPoint, blockMs);
+  const std::vector<Line> first = Lines(dc);
+  CheckPicture(first, height, width);
   // A second picture from the same reader is the same picture.
-  const std::vector<Line> first = g_lines;
-  g_lines.clear();
-  vcDigestFile_Draw(reader, 1, height, width, startMs, perPoint, blockMs);
-  Check(g_lines.size() == first.size());
+  vcDigestFile_Draw(reader, dc, height, width, startMs, perPoint, blockMs);
+  Check(Lines(dc).size() == first.size());
   vcDigestFile_Close(reader);
-  g_lines.clear();
-  vcDrawDigestFile(path.c_str(), 1, height, width, blockMs);
-  CheckPicture(height, width);
+  vcDrawDigestFile(path.c_str(), dc, height, width, blockMs);
+  CheckPicture(Lines(dc), height, width);
 }
 
 bool Amplitudes(const std::string& digest) {
@@ -81,12 +89,6 @@ bool Amplitudes(const std::string& digest) {
     if (c > 128) return false;
   }
   return true;
-}
-
-bool Exists(const std::string& path) {
-  std::FILE* f = std::fopen(path.c_str(), "rb");
-  if (f != nullptr) std::fclose(f);
-  return f != nullptr;
 }
 
 std::string ReadAll(const std::string& path) {
@@ -116,7 +118,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   // both refuse and make none.
   const int ms = vcMakeWaveDigestFile(wave.c_str(), now.c_str(), blockMs);
   const std::string made = ReadAll(now);
-  Check(ms == -1 ? !Exists(now) : ms == static_cast<int>(made.size()) * blockMs);
+  Check(ms == -1 ? vcIfFileExist(now.c_str()) == 0 : ms == static_cast<int>(made.size()) * blockMs);
   Check(Amplitudes(made));
   vcInitMakingDigestProcess(wave.c_str(), job.c_str(), blockMs);
   if (interval) vcSetDigestInterval(data[4] * 10, data[2] * 20);
@@ -132,9 +134,10 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   Check(vcGetMakeDigestPercentage() == (decoded == 0 ? 1000 : 0));
   Check(Amplitudes(ReadAll(from_mp3)));
 
-  Draw(wave, height, width, startMs, perPoint, blockMs);
-  Draw(now, height, width, startMs, perPoint, blockMs);
-  Draw(from_mp3, height, width, 0, 1, blockMs);
+  static const int dc = tqHost_CreateDC(64, 64);
+  Draw(dc, wave, height, width, startMs, perPoint, blockMs);
+  Draw(dc, now, height, width, startMs, perPoint, blockMs);
+  Draw(dc, from_mp3, height, width, 0, 1, blockMs);
   for (const std::string& p : {now, job, from_mp3}) std::remove(p.c_str());
   return 0;
 }

@@ -4,9 +4,10 @@
 #   fuzz/run.sh [SECONDS] [TARGET...]
 #
 # SECONDS defaults to 60 per target; the targets are the *_fuzz.cpp files
-# here (text, word_readers, dict, html, cedict, notebook, quiz_choice, quiz_fill, quiz_usage, feed, wave, mp3, digest). Needs clang and Debian's libclang-rt-14-dev.
-# Builds land in build-fuzz/, the growing corpora in fuzz/corpus-TARGET/
-# (started from fuzz/seeds/TARGET/), and any finding in fuzz/crash-*.
+# here. Needs clang and Debian's libclang-rt-14-dev. The library is built
+# once with the fuzzing instrumentation into build-fuzz/ (CMake, TQ_FUZZ) and
+# every target links it; the growing corpora go to fuzz/corpus-TARGET/
+# (started from fuzz/seeds/TARGET/), any finding to fuzz/crash-*.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 seconds=${1:-60}
@@ -16,23 +17,16 @@ if [ ${#targets[@]} -eq 0 ]; then
   for f in fuzz/*_fuzz.cpp; do targets+=("$(basename "$f" _fuzz.cpp)"); done
 fi
 
-CXX=${CXX:-clang++}
-flags=(-std=c++17 -g -O1 -fno-omit-frame-pointer -fsanitize=fuzzer,address,undefined
-       -fno-sanitize-recover=undefined -Iinclude -Isrc)
-# Only what the targets stand on, so that libraries other parts link to are
-# not needed here.
-sources=(src/core/text.cpp src/core/word_text.cpp src/core/streams.cpp src/core/random.cpp
-         src/platform/env_posix.cpp src/platform/drives_linux.cpp)
-mkdir -p build-fuzz
-for t in "${targets[@]}"; do
-  echo "== building $t"
-  # A target names any further sources it stands on in fuzz/TARGET.sources.
-  extra=()
-  [ -f "fuzz/$t.sources" ] && mapfile -t extra < <(grep -v '^#' "fuzz/$t.sources")
-  "$CXX" "${flags[@]}" "fuzz/${t}_fuzz.cpp" "${sources[@]}" "${extra[@]}" -lpthread -o "build-fuzz/${t}_fuzz"
-done
+jobs=$(nproc 2>/dev/null || echo 2)
+cmake -S . -B build-fuzz -DCMAKE_BUILD_TYPE=RelWithDebInfo -DCMAKE_C_COMPILER=clang \
+  -DCMAKE_CXX_COMPILER=clang++ -DTQ_FUZZ=ON -DTQ_BUILD_TESTS=OFF -DTQ_BUILD_BENCH=OFF >/dev/null
+echo "== building ${targets[*]}"
+cmake --build build-fuzz -j"$jobs" --target "${targets[@]/%/_fuzz}" >build-fuzz/build.log 2>&1 ||
+  { tail -30 build-fuzz/build.log; exit 1; }
 
 export UBSAN_OPTIONS=print_stacktrace=1:halt_on_error=1
+export ASAN_OPTIONS=detect_leaks=1
+[ -f tests/lsan.supp ] && export LSAN_OPTIONS=suppressions=$PWD/tests/lsan.supp
 status=0
 for t in "${targets[@]}"; do
   corpus="fuzz/corpus-$t"
@@ -40,7 +34,7 @@ for t in "${targets[@]}"; do
   seeds=()
   [ -d "fuzz/seeds/$t" ] && seeds=("fuzz/seeds/$t")
   echo "== running $t for ${seconds}s"
-  if ! "build-fuzz/${t}_fuzz" -max_total_time="$seconds" -max_len=12000 -timeout=10 -rss_limit_mb=2048 \
+  if ! "build-fuzz/bin/${t}_fuzz" -max_total_time="$seconds" -max_len=12000 -timeout=10 -rss_limit_mb=2048 \
       -artifact_prefix=fuzz/ -print_final_stats=1 "$corpus" "${seeds[@]}" 2>"build-fuzz/$t.log"; then
     echo "!! $t found a problem; see build-fuzz/$t.log and fuzz/crash-*"
     status=1

@@ -1,6 +1,4 @@
-// What the sound fuzz targets share: a scratch file per process, and a
-// stand-in for the host, which the sound exports reach only for progress
-// bars, sound devices and messages; none is used here.
+// What the sound fuzz targets share: a scratch file per process.
 #pragma once
 
 #include <unistd.h>
@@ -9,13 +7,6 @@
 #include <cstdio>
 #include <cstdlib>
 #include <string>
-
-namespace tq::host {
-intptr_t SendMessage(int, unsigned, intptr_t, intptr_t) { return 0; }
-int WaveOutDeviceCount() { return 0; }
-int PlaySoundFile(const char*, unsigned) { return 0; }
-int DispatchOneMessage() { return 0; }
-}  // namespace tq::host
 
 namespace {
 

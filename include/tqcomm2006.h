@@ -1332,6 +1332,97 @@ TQ_API int TQ_CALL vcGenPrintableHtml(const char* srcPath, const char* dstPath, 
 /* (end of pages) */
 
 /* ======================================================================
+ * Desktop: window shaping, text measurement and window procedures
+ *
+ * Windows and device contexts are 32-bit integer handles, in arguments and
+ * records alike (on Linux those of tqhost.h).
+ * ====================================================================== */
+
+/* Cuts the window to the outline of all that its client area shows in other
+ * colours than colour (a COLORREF, 0x00BBGGRR), read pixel by pixel: a
+ * polygon down the left edges and up the right edges, filled even-odd, so a
+ * shape with holes or bays in its sides keeps them only where an edge
+ * reaches. 1, or -1 when nothing differs from the colour. The first
+ * argument is not used. */
+TQ_API int TQ_CALL vcMakeNoRegularWin(int unused, int window, unsigned int colour);
+/* Gives the window its whole rectangle back; nonzero on success. */
+TQ_API int TQ_CALL vcRestoreWinRgn(int window);
+/* Adds [left, right) x [top, bottom) to the window's region. A window that
+ * has no region yet is cut to the rectangle alone. Nonzero on success. */
+TQ_API int TQ_CALL vcAddRectRgn(int window, int left, int top, int right, int bottom);
+/* Takes [left, right) x [top, bottom) out of the window's region (from
+ * (0, 0)-(20, 20) when it has none). bottom is also the handle of a region
+ * that receives the result, is set on the window and is then deleted: pass
+ * a region handle there (tqHost_CreateRectRgn on Linux), which is also the
+ * rectangle's bottom edge. Nonzero when the region was set. */
+TQ_API int TQ_CALL vcSubstractRectRgn(int window, int left, int top, int right, int bottom);
+/* The height in pixels of the text in the device context's font; with a
+ * null or empty text, that of a fixed sample of nine bytes: "ABClp" and two
+ * Chinese characters. */
+TQ_API int TQ_CALL vcGetStringHeight(int dc, const char* text);
+/* The width in pixels of the text in the device context's font (0 for a
+ * null text). vcGetStringWidth is the same function. */
+TQ_API int TQ_CALL vcGetTextWidth(int dc, const char* text);
+TQ_API int TQ_CALL vcGetStringWidth(int dc, const char* text);
+
+/* The long-text record of vcDrawLongText, owned by the caller. */
+typedef struct DrawTextObj {
+  int32_t dc;          /* the device context */
+  const char* text;    /* lines ended by CR LF */
+  int32_t height;      /* result: the height drawn */
+  int32_t width;       /* greatest width of a line */
+  int32_t x;           /* left edge of the text */
+  int32_t y;           /* top of the first line */
+  int32_t lineHeight;  /* distance between lines */
+} DrawTextObj;
+
+TQ_STATIC_ASSERT(offsetof(DrawTextObj, text) == sizeof(void*), "DrawTextObj.text");
+TQ_STATIC_ASSERT(offsetof(DrawTextObj, height) == 2 * sizeof(void*), "DrawTextObj.height");
+TQ_STATIC_ASSERT(offsetof(DrawTextObj, lineHeight) == 2 * sizeof(void*) + 16, "DrawTextObj.lineHeight");
+TQ_STATIC_ASSERT(sizeof(DrawTextObj) == (sizeof(void*) == 4 ? 28 : 40), "DrawTextObj size");
+
+/* Stores the text in the record's text field and returns it. */
+TQ_API const char* TQ_CALL vcInitDrawTextObj(DrawTextObj* obj, const char* text);
+/* Draws the text from (x, y) down, lineHeight apart, breaking lines longer
+ * than width: never inside a Chinese character, in English at the last
+ * blank or mark before the word that does not fit (a word longer than the
+ * line is cut where the line is full). Sets height to the pen's travel plus
+ * one line (one more when the last line had to be broken). Returns obj. */
+TQ_API DrawTextObj* TQ_CALL vcDrawLongText(DrawTextObj* obj);
+/* Ruled lines: solid, one pixel, in the colour, from x = 0 to width at
+ * y = step, 2 step, ... while y is at most bottom. The selected pen stays. */
+TQ_API void TQ_CALL vcDrawLineBackground(int dc, int width, int bottom, int step, unsigned int colour);
+/* 1 while the Alt (Ctrl) key is down, else 0. */
+TQ_API int TQ_CALL vcIfAltPressed(void);
+TQ_API int TQ_CALL vcIfCtrlPressed(void);
+
+/* Window procedures. MoveWindowProc makes a strip at the top left of a
+ * window a title bar to drag it by. Its size follows the window's title (the
+ * first 89 bytes): "Dialog" gives the client width less 35 by 30 pixels, and
+ * the titles of the suite's own programs their own sizes; a title holding
+ * none of them has no strip. With a wheel mode other than 0 the procedure
+ * turns the mouse wheel into key presses: towards the user F12 (123), away
+ * F11 (122). Hooking pushes the window on a table and unhooking pops the
+ * last entry, whatever window it was for, and gives its former procedure to
+ * the window named: unhook in the reverse order of hooking. A window of 0 is
+ * ignored. Up to 200 windows; a window not in the table gets 0 from the
+ * procedure. */
+TQ_API void TQ_CALL vcSetMoveWindowProc(int window, int on);
+TQ_API void TQ_CALL vcSetMoveWindowProcEx(int window, int on, int wheelMode);
+/* One window dragged by its left 65 and top 8 pixels. */
+TQ_API void TQ_CALL vcSetMoveWindowProcForTamrill(int window, int on);
+/* Web browser controls (up to 200): a right press arrives as a left press,
+ * the Ctrl key (17) down or up as the key C (67), and WM_COMMAND is
+ * swallowed. A window not in the table gets the number of entries. */
+TQ_API void TQ_CALL vcSetWebCtrlWndProc(int window, int on);
+TQ_API intptr_t TQ_CALL MoveWindowProc(int window, unsigned int message, uintptr_t wParam, intptr_t lParam);
+TQ_API intptr_t TQ_CALL MoveWindowProcForTamrill(int window, unsigned int message, uintptr_t wParam,
+                                                 intptr_t lParam);
+TQ_API intptr_t TQ_CALL WebCtrlProc(int window, unsigned int message, uintptr_t wParam, intptr_t lParam);
+
+/* (end of desktop) */
+
+/* ======================================================================
  * File services
  *
  * Copies and deletions where "clears the mark" means a read-only file is

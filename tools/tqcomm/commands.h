@@ -36,6 +36,8 @@ int StartupCommand(const Args& args);
 // (sound)
 int Mp3Command(const Args& args);
 int WaveCommand(const Args& args);
+// (draw)
+int DrawCommand(const Args& args);
 // (digest)
 int DigestCommand(const Args& args);
 

@@ -131,6 +131,8 @@ const Command kCommands[] = {
     // (sound)
     {"mp3", tqcomm::Mp3Command, "mp3 decode IN.mp3 OUT.wav | mp3 encode IN.wav OUT.mp3 [--bitrate K]"},
     {"wave", tqcomm::WaveCommand, "wave info FILE"},
+    // (draw)
+    {"draw", tqcomm::DrawCommand, "draw --width W [--line-height H] TEXT -o OUT.png"},
     // (digest)
     {"digest", tqcomm::DigestCommand,
      "digest IN.wav|IN.mp3 [--block MS] [--width W] [--height H] [--digest FILE] -o OUT.png"},

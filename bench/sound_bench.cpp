@@ -12,17 +12,20 @@
 
 #include <algorithm>
 #include <chrono>
-
 #include <cstdio>
 #include <cstdlib>
 #include <fstream>
 #include <string>
 #include <vector>
 
+#include "bench_timing.h"
 #include "tqcomm2006.h"
 #include "tqhost.h"
 
 namespace {
+
+using benchtiming::Least;
+using benchtiming::Timed;
 
 std::string Audio(const char* name) {
   const char* dir = std::getenv("TQ_BENCH_AUDIO");
@@ -33,28 +36,6 @@ bool Present(benchmark::State& state, const std::string& path) {
   if (vcIfFileExist(path.c_str()) == 1) return true;
   state.SkipWithError(("no " + path + ": run bench/sound_bench.sh").c_str());
   return false;
-}
-
-double CpuSeconds(int who) {
-  rusage u;
-  getrusage(who, &u);
-  return u.ru_utime.tv_sec + u.ru_stime.tv_sec + (u.ru_utime.tv_usec + u.ru_stime.tv_usec) / 1e6;
-}
-
-// Times each run by the clock and by the processor time it took (of this
-// process, or of the program it started): on a shared machine the second
-// is the steadier measure.
-template <class F>
-void Timed(benchmark::State& state, int who, F run) {
-  double cpu = 0;
-  for (auto _ : state) {
-    const double cpu_start = CpuSeconds(who);
-    const auto start = std::chrono::steady_clock::now();
-    if (!run()) state.SkipWithError("the run failed");
-    state.SetIterationTime(std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count());
-    cpu += CpuSeconds(who) - cpu_start;
-  }
-  state.counters["cpu_ms"] = benchmark::Counter(cpu * 1000, benchmark::Counter::kAvgIterations);
 }
 
 void Program(benchmark::State& state, const std::string& command) {
@@ -156,8 +137,6 @@ void DrawHour(benchmark::State& state, int startMs, int blocksPerPoint) {
 }
 void BM_DrawWholeHour(benchmark::State& state) { DrawHour(state, 0, 360); }
 void BM_DrawTenSeconds(benchmark::State& state) { DrawHour(state, 1800000, 1); }
-
-double Least(const std::vector<double>& v) { return *std::min_element(v.begin(), v.end()); }
 
 // The best of several runs: what the machine's other work took least from.
 #define TQ_SOUND_BENCH(fn, runs)                                                                     \

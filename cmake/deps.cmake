@@ -13,3 +13,8 @@ list(APPEND TQCOMM_TOOL_LIBS PkgConfig::TQTOOL_ESPEAK)
 pkg_check_modules(MPG123 REQUIRED IMPORTED_TARGET libmpg123)
 pkg_check_modules(MP3LAME REQUIRED IMPORTED_TARGET lame)
 list(APPEND TQ_LINK_LIBS PkgConfig::MPG123 PkgConfig::MP3LAME)
+# Sound centre: speech on libespeak-ng (in the library too, not only the
+# tool), its samples resampled by libsoxr.
+pkg_check_modules(TQ_ESPEAK REQUIRED IMPORTED_TARGET espeak-ng)
+pkg_check_modules(TQ_SOXR REQUIRED IMPORTED_TARGET soxr)
+list(APPEND TQ_LINK_LIBS PkgConfig::TQ_ESPEAK PkgConfig::TQ_SOXR)

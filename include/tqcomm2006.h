@@ -1070,6 +1070,139 @@ TQ_API int TQ_CALL vcEncodeWavToMp3(const char* wavePath, const char* mp3Path, i
 /* (end of sound) */
 
 /* ======================================================================
+ * Sound centre, sound libraries and article scripts: vcSndCenter_,
+ * vcMakeWordSndFile, vcMakeSentenceSndFile, vcConvertToSearchingSentence,
+ * vcProcessVoaScript, vcVerifyVoaScript, vcGetOldVoaSnd
+ *
+ * A sound centre answers "give me a sound of this word or sentence" with a
+ * file at outBase + ".wav" or outBase + ".mp3". It searches, in a fixed
+ * order, the user's own recordings, the sound libraries added to it, and
+ * last the speech synthesiser (espeak-ng: English, and Mandarin read as
+ * pinyin).
+ *
+ * A sound library is an index of SndLibRecord (96 bytes each, no header,
+ * sorted by the key lower-cased in its ASCII letters, compared as unsigned
+ * bytes) and data files that hold the sounds back to back. In a sentence
+ * library (added under kind 2) offset and length are each stored XORed
+ * with the record's own byte position in the index. A data file missing
+ * beside the index is looked for as "sndlib\<dataFile>" on the CD drives,
+ * A to Z. A user's ".usm" file is an MP3 with every byte XORed with the
+ * suite's 55-byte sound key.
+ *
+ * Handles 1 to 19; vcSndCenter_OpenEx answers -1 when all are taken.
+ * Calls on a handle that is not open answer -1 (0 for the voice and the
+ * speech queries) and do nothing.
+ * ====================================================================== */
+
+typedef struct SndLibRecord {
+  char key[64];         /* the word, or the search form of a sentence; byte 63 never counts */
+  uint32_t offset;      /* of the sound in its data file */
+  uint32_t length;      /* bytes of the sound */
+  char dataFile[20];    /* the data file's name, without folder */
+  int32_t isWave;       /* 0: an MP3 stream; else a whole wave file */
+} SndLibRecord;
+
+TQ_STATIC_ASSERT(offsetof(SndLibRecord, offset) == 64, "SndLibRecord.offset");
+TQ_STATIC_ASSERT(offsetof(SndLibRecord, length) == 68, "SndLibRecord.length");
+TQ_STATIC_ASSERT(offsetof(SndLibRecord, dataFile) == 72, "SndLibRecord.dataFile");
+TQ_STATIC_ASSERT(offsetof(SndLibRecord, isWave) == 92, "SndLibRecord.isWave");
+TQ_STATIC_ASSERT(sizeof(SndLibRecord) == 96, "SndLibRecord size");
+
+/* Result codes of the search: -1 nothing (or speech failed); 1 a wave at
+ * outBase + ".wav"; 2 an MP3 at outBase + ".mp3", or a user's MP3 file
+ * copied as it is to outBase + ".wav"; 3 (question mode only) a library
+ * holds the sound. */
+
+/* A centre whose speech, when useTts is non-zero, is made at sampleRate,
+ * channels (1, 2) and bits (8, 16). voiceRate is the English speaking rate,
+ * -10 (a third of the normal speed) to 10 (three times, at most 450 words
+ * a minute); 0 is espeak-ng's 175 words a minute. */
+TQ_API int TQ_CALL vcSndCenter_OpenEx(int useTts, int bits, int sampleRate, int channels, int voiceRate);
+/* vcSndCenter_OpenEx with voiceRate 0. */
+TQ_API int TQ_CALL vcSndCenter_Open(int useTts, int bits, int sampleRate, int channels);
+/* Adds a library under kind 0 (words), 1 (Chinese keys), 2 (sentences,
+ * scrambled) or 3 (kept, never searched); libraries of a kind are searched
+ * in the order added. The index stays open until the centre closes. 1, also
+ * for a null indexPath (nothing added); -1 when the index will not open or
+ * the kind is none of these. */
+TQ_API int TQ_CALL vcSndCenter_AddSndLib(int centre, const char* indexPath, const char* rootDir, int kind);
+/* The search. kind 0: a word (user sounds, libraries, English speech);
+ * 1: "key\1chinese" (the library by the key first), "key\2chinese" (speech
+ * first) or a bare key; 2: a sentence (looked up by its search form, user
+ * sounds cut to 80 bytes of it too, spoken as given); 3: Chinese speech.
+ * wantWave turns MP3 results into waves. allowTts lets kinds 0 to 2 speak.
+ * sourceOut (may be null) gets 0 for a file or library, 1 for speech.
+ * userDir (may be null; ends in a separator) holds "<word>.usm", ".wav",
+ * ".mp3"; a file named just ".usm" (".wav", ".mp3") there answers every
+ * word. With a null userDir kind 0 reads "InstallPath" of the current
+ * user's "Software\VB and VBA Program Settings\orvex7\User", kind 2 that
+ * of the sentence program's key, as a C literal
+ * "Software\\\xC4\xAB\xC1\xEB\\\xC7\xE0\xD1\xE2\xBC\xC7\xBE\xE4" (GBK),
+ * and adds "usersnd\". The result code, or -1. */
+TQ_API int TQ_CALL vcSndCenter_GetSndFile(int centre, const char* text, int kind, const char* outBase, int wantWave,
+                                          int allowTts, int32_t* sourceOut, const char* userDir);
+/* The same search in question mode: nothing is written or spoken. 1 a wave
+ * or speech would answer, 2 an MP3 or .usm user file, 3 a library; kind 3
+ * always answers 1. */
+TQ_API int TQ_CALL vcSndCenter_CanSpeak(int centre, const char* text, int kind, const char* outBase, int wantWave,
+                                        int allowTts, int32_t* sourceOut, const char* userDir);
+/* Positive when the centre's speech works (espeak-ng and its data are
+ * there; the environment variable TQCOMM_ESPEAK_DATA may name the data
+ * folder), else 0. */
+TQ_API int TQ_CALL vcSndCenter_IsTtsAvailable(int centre);
+/* The espeak-ng voice for English (Chinese) speech, in GBK: a name that
+ * espeak-ng knows ("en-us", "gmw/en-GB-x-rp", "cmn") is used as given, any
+ * other (or none) gives English "en" and Mandarin "cmn-latn-pinyin".
+ * Answers the name's length in wide characters. */
+TQ_API int TQ_CALL vcSndCenter_SetTtsVoiceName(int centre, const char* name);
+TQ_API int TQ_CALL vcSndCenter_SetChineseTtsVoiceName(int centre, const char* name);
+/* The English speaking rate, as at opening. Chinese is spoken at -2. */
+TQ_API void TQ_CALL vcSndCenter_SetTtsVoiceRate(int centre, int rate);
+/* Closes the libraries and the speech session; frees the slot. Handles
+ * below 1 are ignored. */
+TQ_API void TQ_CALL vcSndCenter_Close(int centre);
+
+/* One sentence from one sentence library (rootDir + indexName, data files
+ * in rootDir), with the user sounds of the sentence program, no speech.
+ * The result code, or -1 (also when the index will not open). */
+TQ_API int TQ_CALL vcMakeSentenceSndFile(const char* sentence, const char* rootDir, const char* indexName,
+                                         const char* outBase, int wantWave);
+/* A word from a word library (rootDir + indexName, data files at rootDir +
+ * dataFile, no separator added, no CD search): outBase + ".mp3" and, made
+ * from it, outBase + ".wav"; or outBase + ".wav" for a wave. 1, or 0 when
+ * the word or a file is missing. */
+TQ_API int TQ_CALL vcMakeWordSndFile(const char* word, const char* rootDir, const char* indexName,
+                                     const char* outBase);
+/* In place: "?" -> "@", double quote -> "^", ":" -> "#", "/" -> "&": the
+ * search form of a sentence, fit for a file name and an index key. */
+TQ_API void TQ_CALL vcConvertToSearchingSentence(char* text);
+
+/* Article scripts: GBK lines. "[mm:ss.sss]sentence" (fixed columns: the
+ * bracket, minutes in bytes 1-2, a colon, seconds in bytes 4-9, "]", the
+ * sentence from byte 11) marks where a sentence starts in the recording; a
+ * line holding "****" loses its first four bytes first; a line starting
+ * with "$" starts a section, "**PATH" in it naming the section's MP3.
+ * Sentence files go to the working directory, named by the sentence's
+ * search form (full-width punctuation made ASCII, bytes 1-4 dropped) cut
+ * to 63 bytes. */
+/* Cuts each sentence, from its mark to the next (or to the end of the
+ * recording at a "$" line and at the end of the script), into
+ * "<sentence>.wav". A null path does nothing. Answers 0. */
+TQ_API int TQ_CALL vcProcessVoaScript(const char* scriptPath);
+/* For each line (a bare sentence) without "<sentence>.mp3" in the working
+ * directory, a message box with the line and an empty title. Answers 0. */
+TQ_API int TQ_CALL vcVerifyVoaScript(const char* scriptPath);
+/* Takes each sentence line's sound ("<sentence>.mp3" or ".wav") out of the
+ * sentence library named by the current user's registry key
+ * "Software\tqcomm2006\VoaLibrary", values "IndexPath" (the index) and
+ * "RootDir" (the folder of its data files); a sentence it lacks is shown in
+ * a message box with an empty title. Lines starting with "[" or "$" and
+ * lines holding "&&&" are passed over. */
+TQ_API void TQ_CALL vcGetOldVoaSnd(const char* scriptPath);
+
+/* (end of sound centre) */
+
+/* ======================================================================
  * Wave digests: the shape of a long recording in a tiny file
  *
  * A digest file has no header: one byte for each block of blockMs of sound,

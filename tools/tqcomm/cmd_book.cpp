@@ -151,6 +151,13 @@ int ListBook(const std::string& idx) { return List(idx); }
 
 std::string BookHistoryPath(const std::string& idx) { return HistoryPath(idx); }
 
+bool ReadListWords(const std::string& file, std::vector<std::string>* words) {
+  std::vector<Item> items;
+  if (!ReadWordList(file, Layout::kAuto, &items)) return false;
+  for (const Item& it : items) words->push_back(it.word);
+  return true;
+}
+
 int BookCommand(const Args& in) {
   Args args = in;
   std::string idx = DataDir() + "/sample.idx";

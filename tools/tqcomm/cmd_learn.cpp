@@ -6,12 +6,11 @@
 #include <unistd.h>
 
 #include <cstdio>
-#include <cstdlib>
-#include <ctime>
 #include <string>
 #include <vector>
 
 #include "commands.h"
+#include "learning_options.h"
 #include "tqcomm2006.h"
 #include "tqhost.h"
 
@@ -19,14 +18,10 @@ namespace tqcomm {
 namespace {
 
 constexpr int kDefaultNewWords = 10;
-const int32_t kDefaultCurve[7] = {0, 1, 2, 4, 7, 15, 30};
 
-struct Options {
-  std::string idx, history, list;
-  int day = 0;
-  int32_t curve[7];
+struct Options : LearningOptions {
+  std::string list;
   int new_words = kDefaultNewWords;
-  bool sample_book = false;
 };
 
 // One line of standard input without its line end; false at the end of input.
@@ -65,94 +60,34 @@ int AskInTerminal(const char* text, const char* title, unsigned type) {
   }
 }
 
-bool ParseDate(const std::string& text, int* day) {
-  int y, m, d;
-  char tail;
-  if (std::sscanf(text.c_str(), "%d-%d-%d%c", &y, &m, &d, &tail) != 3) return false;
-  if (y < 1900 || y > 2078 || m < 1 || m > 12 || d < 1 || d > 31) return false;
-  *day = vcGetDaysFrom1900_1_1(y, m, d) + 2;  // day numbers count from 1899-12-30
-  char check[32];
-  vcGetDateStr(*day, check);
-  int cy, cm, cd;
-  return std::sscanf(check, "%d-%d-%d", &cy, &cm, &cd) == 3 && cy == y && cm == m && cd == d;
-}
-
-int Today() {
-  std::time_t now = std::time(nullptr);
-  std::tm local;
-  localtime_r(&now, &local);
-  return vcGetDaysFrom1900_1_1(local.tm_year + 1900, local.tm_mon + 1, local.tm_mday) + 2;
-}
-
-bool ParseCurve(const std::string& text, int32_t* curve) {
-  int n = 0;
-  size_t pos = 0;
-  while (pos <= text.size() && n < 7) {
-    size_t comma = text.find(',', pos);
-    std::string part = text.substr(pos, comma == std::string::npos ? std::string::npos : comma - pos);
-    char* end = nullptr;
-    long v = std::strtol(part.c_str(), &end, 10);
-    if (part.empty() || *end != '\0' || v < 0 || v > 10000) return false;
-    curve[n++] = static_cast<int32_t>(v);
-    if (comma == std::string::npos) break;
-    pos = comma + 1;
-  }
-  if (n != 7 || text.find(',', pos) != std::string::npos) return false;
-  for (int i = 1; i < 7; ++i) {
-    if (curve[i] < curve[i - 1]) return false;
-  }
-  return true;
-}
-
-long FileLengthOf(const std::string& path) {
-  std::FILE* f = std::fopen(path.c_str(), "rb");
-  if (f == nullptr) return -1;
-  std::fseek(f, 0, SEEK_END);
-  long n = std::ftell(f);
-  std::fclose(f);
-  return n;
-}
-
-std::string Stem(const std::string& idx) {
-  size_t dot = idx.rfind('.');
-  size_t slash = idx.rfind('/');
-  if (dot != std::string::npos && (slash == std::string::npos || dot > slash)) return idx.substr(0, dot);
-  return idx;
-}
+const char kUsage[] =
+    "usage: tqcomm learn [--book BOOK.idx] [--history H.his] [--list L.llr] [--date YYYY-MM-DD]\n"
+    "                    [--curve 0,1,2,4,7,15,30] [--new N]\n";
 
 int Usage() {
-  std::fprintf(stderr,
-               "usage: tqcomm learn [--book BOOK.idx] [--history H.his] [--list L.llr] [--date YYYY-MM-DD]\n"
-               "                    [--curve 0,1,2,4,7,15,30] [--new N]\n");
+  std::fputs(kUsage, stderr);
   return 2;
+}
+
+int Help() {
+  std::printf(
+      "%s\nA day's learning: today's words are the list kept from an unfinished day, else\n"
+      "the words due by the forgetting curve, then up to N new ones. Answer each with\n"
+      "1 right, 2 wrong, 3 unsure, 4 known, 5 right and done for today; q (or the end\n"
+      "of input) keeps the rest for the next run.\n\n%s"
+      "  --list L.llr        where an unfinished day's list is kept (default: beside\n"
+      "                      the history, H.llr)\n"
+      "  --new N             new words to add, 0 to 1000 (default %d)\n"
+      "\nExit status: 0 done, 1 the book or history cannot be used, 2 bad usage.\n",
+      kUsage, kLearningOptionsHelp, kDefaultNewWords);
+  return 0;
 }
 
 bool ParseOptions(const Args& in, Options* o) {
   Args args = in;
-  std::string date, curve, fresh;
-  o->sample_book = !TakeOption(&args, "--book", &o->idx);
-  if (o->sample_book) o->idx = DataDir() + "/sample.idx";
-  if (!TakeOption(&args, "--history", &o->history)) o->history = Stem(o->idx) + ".his";
+  if (!TakeLearningOptions(&args, o)) return false;
   if (!TakeOption(&args, "--list", &o->list)) o->list = Stem(o->history) + ".llr";
-  o->day = Today();
-  if (TakeOption(&args, "--date", &date) && !ParseDate(date, &o->day)) {
-    std::fprintf(stderr, "tqcomm: --date wants YYYY-MM-DD between 1900 and 2078, not %s\n", date.c_str());
-    return false;
-  }
-  std::copy(kDefaultCurve, kDefaultCurve + 7, o->curve);
-  if (TakeOption(&args, "--curve", &curve) && !ParseCurve(curve, o->curve)) {
-    std::fprintf(stderr, "tqcomm: --curve wants seven rising day offsets, as 0,1,2,4,7,15,30\n");
-    return false;
-  }
-  if (TakeOption(&args, "--new", &fresh)) {
-    char* end = nullptr;
-    long n = std::strtol(fresh.c_str(), &end, 10);
-    if (fresh.empty() || *end != '\0' || n < 0 || n > 1000) {
-      std::fprintf(stderr, "tqcomm: --new wants a number of words, 0 to 1000\n");
-      return false;
-    }
-    o->new_words = static_cast<int>(n);
-  }
+  if (!TakeNumberOption(&args, "--new", 0, 1000, &o->new_words)) return false;
   return args.empty();
 }
 
@@ -287,40 +222,30 @@ class Session {
   int wizard_ = 0;
 };
 
-void PrintSummary(const Options& o, int answered, int left, int words) {
-  int32_t not_met = 0, learning = 0, known = 0, mastered = 0;
+void PrintSummary(const Options& o, int answered, int left) {
   std::printf("\nanswered %d, left %d%s\n", answered, left, left > 0 ? " (kept for later)" : "");
-  if (vcCOrvexWizard_GetBookInfo(o.history.c_str(), &not_met, &learning, &known, &mastered) == 1) {
-    int relapsed = words - not_met - learning - known - mastered;
-    std::printf("words: %d not met, %d being learnt, %d known, %d mastered, %d relapsed\n", not_met, learning, known,
-                mastered, relapsed < 0 ? 0 : relapsed);
-  }
+  WordTotals totals;
+  if (CountWordTotals(o.history, &totals)) std::printf("%s\n", WordTotalsLine(totals).c_str());
 }
 
 }  // namespace
 
 int LearnCommand(const Args& args) {
+  if (WantsHelp(args)) return Help();
   Options o;
   if (!ParseOptions(args, &o)) return Usage();
-  if (o.sample_book && FileLengthOf(o.idx) <= 0) {
-    int r = ImportWordList(SampleDir() + "/words.txt", o.idx);
-    if (r != 0) return r;
-  }
-  int book = vcCOrvexBook_New();
-  vcCOrvexBook_SetBookFileName(book, o.idx.c_str(), nullptr);
-  int words = vcCOrvexBook_OpenIdx(book, "rb");
-  if (words <= 0 || vcCOrvexBook_OpenLib(book, "rb") < 0) {
+  if (int r = PrepareSampleBook(o); r != 0) return r;
+  int words = 0;
+  int book = OpenBook(o.idx, &words);
+  if (words <= 0) {
     std::fprintf(stderr, "tqcomm: cannot open the book %s\n", o.idx.c_str());
-    vcCOrvexBook_CloseIdx(book);
-    vcCOrvexBook_Delete(book);
+    CloseBook(book);
     return 1;
   }
   tqHost_SetMessageBoxHandler(AskInTerminal);
   int status = 0;
   {
-    char date[32];
-    vcGetDateStr(o.day, date);
-    std::printf("%s, %d words in %s\n", date, words, o.idx.c_str());
+    std::printf("%s, %d words in %s\n", DateText(o.day).c_str(), words, o.idx.c_str());
     Session session(o, book);
     if (!PrepareHistory(o, words) || !session.Open() || !session.Select()) {
       std::fprintf(stderr, "tqcomm: cannot use the history file %s\n", o.history.c_str());
@@ -328,13 +253,11 @@ int LearnCommand(const Args& args) {
     } else {
       int answered = session.Learn();
       int left = session.Finish();
-      PrintSummary(o, answered, left, words);
+      PrintSummary(o, answered, left);
     }
   }
   tqHost_SetMessageBoxHandler(nullptr);
-  vcCOrvexBook_CloseIdx(book);
-  vcCOrvexBook_CloseLib(book);
-  vcCOrvexBook_Delete(book);
+  CloseBook(book);
   return status;
 }
 

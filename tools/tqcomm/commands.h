@@ -16,8 +16,12 @@ int ImportWordList(const std::string& file, const std::string& idx);
 int ListBook(const std::string& idx);
 // The history file that the tool keeps beside a book (learn's default).
 std::string BookHistoryPath(const std::string& idx);
+// The English words of a word list in either layout, as book import reads
+// them; false when the file will not open.
+bool ReadListWords(const std::string& file, std::vector<std::string>* words);
 int LearnCommand(const Args& args);
 // (learn)
+int StatsCommand(const Args& args);
 
 // (dict, lookup)
 int DictCommand(const Args& args);
@@ -36,6 +40,9 @@ int StartupCommand(const Args& args);
 // (sound)
 int Mp3Command(const Args& args);
 int WaveCommand(const Args& args);
+// (say, sndlib)
+int SayCommand(const Args& args);
+int SndlibCommand(const Args& args);
 // (draw)
 int DrawCommand(const Args& args);
 // (digest)

@@ -1,12 +1,28 @@
 #include "espeak_phonemes.h"
 
+#include <espeak-ng/espeak_ng.h>
 #include <espeak-ng/speak_lib.h>
 
 namespace tqcomm {
 
+namespace {
+
+// espeak-ng is one engine per process and hangs when started twice. The
+// library's speech (tqcomm say, sndlib) may have started it in this
+// process already: espeak_Info then names its data folder, and it is taken
+// as it is.
+bool StartEspeak() {
+  const char* data = nullptr;
+  espeak_Info(&data);
+  if (data != nullptr && *data != '\0') return espeak_ng_GetSampleRate() > 0;
+  return espeak_Initialize(AUDIO_OUTPUT_SYNCHRONOUS, 0, nullptr, espeakINITIALIZE_DONT_EXIT) > 0;
+}
+
+}  // namespace
+
 bool EspeakPhonemes::Open(std::string* error) {
-  static int rate = espeak_Initialize(AUDIO_OUTPUT_SYNCHRONOUS, 0, nullptr, espeakINITIALIZE_DONT_EXIT);
-  if (rate <= 0) {
+  static const bool up = StartEspeak();
+  if (!up) {
     *error = "espeak-ng could not start (is espeak-ng-data installed?)";
     return false;
   }

@@ -10,7 +10,9 @@ namespace tqcomm {
 
 class EspeakPhonemes {
  public:
-  // Sets espeak-ng up; false, with the reason, when its data is missing.
+  // Sets espeak-ng up (or takes it as the library's speech left it) with
+  // the English voice; false, with the reason, when its data is missing.
+  // Speech through the library changes the voice: open again after it.
   bool Open(std::string* error);
   // The IPA of a word or phrase in UTF-8 (ASCII text), or empty.
   std::string Ipa(const std::string& text) const;

@@ -110,6 +110,8 @@ const Command kCommands[] = {
     {"learn", tqcomm::LearnCommand,
      "learn [--book BOOK.idx] [--history H.his] [--date YYYY-MM-DD] [--curve 0,1,2,4,7,15,30] [--new N]"},
     // (learn)
+    {"stats", tqcomm::StatsCommand,
+     "stats [--book BOOK.idx] [--history H.his] [--date YYYY-MM-DD] [--curve ...] [--days N] [--png OUT.png]"},
 
     // (dict, lookup)
     {"dict", tqcomm::DictCommand,
@@ -131,6 +133,10 @@ const Command kCommands[] = {
     // (sound)
     {"mp3", tqcomm::Mp3Command, "mp3 decode IN.mp3 OUT.wav | mp3 encode IN.wav OUT.mp3 [--bitrate K]"},
     {"wave", tqcomm::WaveCommand, "wave info FILE"},
+    // (say, sndlib)
+    {"say", tqcomm::SayCommand,
+     "say TEXT [-o BASE] [--kind 0..3] [--lib INDEX ROOT]... [--user DIR] [--wave] [--play]"},
+    {"sndlib", tqcomm::SndlibCommand, "sndlib build LIST -o DIR [--sentences] [--bitrate K]"},
     // (draw)
     {"draw", tqcomm::DrawCommand, "draw --width W [--line-height H] TEXT -o OUT.png"},
     // (digest)

@@ -64,7 +64,7 @@ TEST_F(DigestMaking, StereoTakesTheRightChannel) {
   EXPECT_EQ(Bytes("8.dig"), (std::vector<int>{0, 128}));
 }
 
-TEST_F(DigestMaking, TheLastShortBlockCountsAndBlocksFollowTheIntegerArithmetic) {
+TEST_F(DigestMaking, TheLastShortBlockCountsBlocksFollowTheIntegerArithmeticAndSilenceIsZero) {
   // 8,000 per second: blocks of 10 ms hold 80 samples; 2 blocks and 5
   // samples make 3 bytes, the last from sample 164.
   std::vector<int16_t> samples(165, 0);
@@ -78,6 +78,13 @@ TEST_F(DigestMaking, TheLastShortBlockCountsAndBlocksFollowTheIntegerArithmetic)
   WriteFile("second.wav", Readable(1, 8000, 16, std::string(16000, '\0')));
   EXPECT_EQ(vcMakeWaveDigestFile("second.wav", "second.dig", 3), 1002);
   EXPECT_EQ(ReadFile("second.dig"), std::string(334, '\0'));
+  // Silence draws the centre line alone.
+  const int dc = tqHost_CreateDC(200, 50);
+  vcDrawDigestFile("second.dig", dc, 50, 200, 3);
+  char log[64] = {};
+  tqHost_GetDrawLog(dc, log, sizeof log);
+  EXPECT_STREQ(log, "MoveTo 0 25\nLineTo 200 25\n");
+  tqHost_DeleteDC(dc);
   EXPECT_EQ(vcMakeWaveDigestFile("second.wav", "whole.dig", 1000), 1000);
 }
 

@@ -4,14 +4,10 @@
 #include <unistd.h>
 
 #include <algorithm>
-#include <atomic>
-#include <chrono>
 #include <cctype>
-#include <csignal>
 #include <cstdio>
 #include <cstdlib>
 #include <string>
-#include <thread>
 
 #include "commands.h"
 #include "progress.h"
@@ -21,16 +17,12 @@
 namespace tqcomm {
 namespace {
 
-constexpr int kJobEnded = 1000;
 constexpr int kDefaultWidth = 800, kDefaultHeight = 200;
 constexpr int kMaxWidth = 2050;  // 1,025 points of two columns
 constexpr int kMaxHeight = 4096;
 // Blocks averaged into each point when the block is chosen for the user:
 // a block's byte is one sample, the mean of several follows the loudness.
 constexpr int kBlocksPerPoint = 8;
-constexpr auto kPoll = std::chrono::milliseconds(50);
-// A job that has made no digest after this long never started.
-constexpr auto kStartLimit = std::chrono::seconds(10);
 
 const char kUsage[] =
     "usage: tqcomm digest IN.wav|IN.mp3 [--block MS] [--width W] [--height H]\n"
@@ -48,9 +40,6 @@ const char kUsage[] =
     "\n"
     "A file whose name ends in .wav is read as a wave, any other as MPEG audio.\n"
     "Ctrl-C cancels. Exit status: 0 done, 1 failure, 2 bad usage.\n";
-
-std::atomic<bool> g_interrupted{false};
-void OnInterrupt(int) { g_interrupted = true; }
 
 bool Number(const std::string& text, int low, int high, int* out) {
   char* end = nullptr;
@@ -99,32 +88,17 @@ bool MakeDigest(const Options& o, const std::string& digest) {
     std::fprintf(stderr, "tqcomm: cannot start the digest\n");
     return false;
   }
-  std::signal(SIGINT, OnInterrupt);
-  bool cancelled = false, ended = false;
-  {
-    ProgressBar bar("digest");
-    const auto start = std::chrono::steady_clock::now();
-    for (int p; !(ended = (p = vcGetMakeDigestPercentage()) == kJobEnded);) {
-      if (g_interrupted && !cancelled) {
-        vcCancelMakeDigest();
-        cancelled = true;
-      }
-      // The job never reports on a file it can't read or write.
-      if (p == 0 && vcIfFileExist(digest.c_str()) != 1 && std::chrono::steady_clock::now() - start > kStartLimit) {
-        break;
-      }
-      bar.Show(p, 100);
-      std::this_thread::sleep_for(kPoll);
-    }
-    if (ended && !cancelled) bar.Show(100, 100);
+  switch (FollowJob("digest", vcGetMakeDigestPercentage, vcCancelMakeDigest, digest)) {
+    case JobEnd::kFinished:
+      return true;
+    case JobEnd::kCancelled:
+      std::fprintf(stderr, "tqcomm: cancelled\n");
+      return false;
+    case JobEnd::kNeverStarted:
+      break;
   }
-  std::signal(SIGINT, SIG_DFL);
-  if (!ended) {
-    std::fprintf(stderr, "tqcomm: the digest of %s could not be made at %s\n", o.in.c_str(), digest.c_str());
-  } else if (cancelled) {
-    std::fprintf(stderr, "tqcomm: cancelled\n");
-  }
-  return ended && !cancelled;
+  std::fprintf(stderr, "tqcomm: the digest of %s could not be made at %s\n", o.in.c_str(), digest.c_str());
+  return false;
 }
 
 // Draws the whole digest into the picture, as many blocks to a point as it

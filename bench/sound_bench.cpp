@@ -12,6 +12,7 @@
 
 #include <algorithm>
 #include <chrono>
+
 #include <cstdio>
 #include <cstdlib>
 #include <fstream>

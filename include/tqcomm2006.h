@@ -1217,9 +1217,9 @@ TQ_API void TQ_CALL vcGetOldVoaSnd(const char* scriptPath);
 /* The digest of a wave (mono or stereo: in stereo the right channel's
  * sample; deeper samples than 16 bits by their top 16) read as
  * ReadFromWaveFile reads it; the last, short block counts too, as silence
- * when it holds no whole sample. The digest's length in milliseconds (blocks x blockMs),
- * or -1 when the wave will not open, the digest can't be made or blockMs
- * is outside 1..1000 or makes blocks of no sample. */
+ * when it holds no whole sample. The digest's length in milliseconds
+ * (blocks x blockMs), or -1 when the wave will not open, the digest can't
+ * be made or blockMs is outside 1..1000 or makes blocks of no sample. */
 TQ_API int TQ_CALL vcMakeWaveDigestFile(const char* wavePath, const char* digestPath, int blockMs);
 /* The same, sending the progress bar (0 for none) the position 0 to 100
  * every 1,024 blocks; the caller sets its range. */

@@ -10,6 +10,8 @@
 #   vcMp3ToWav / mpg123 -w                     (target: at most 1.05)
 #   vcEncodeWavToMp3 / lame, same settings     (target: at most 1.05)
 #   peak memory of vcMp3ToWav on the hour      (target: under 10 MB above the start)
+#   the MP3 digest job / mpg123 -s >/dev/null  (target: at most 1.00)
+#   a picture from an hour's digest, whole and ten seconds of it (time each)
 set -euo pipefail
 cd "$(dirname "$0")/.."
 build=${1:-build}
@@ -48,4 +50,7 @@ peak=$(run --benchmark_filter=PeakMemory --benchmark_format=console | awk '/peak
 echo "vcMp3ToWav / mpg123 -w:      clock $(ratio BM_Mp3ToWav BM_Mpg123Program 3), processor $(ratio BM_Mp3ToWav BM_Mpg123Program 0)  (target <= 1.05)"
 echo "vcEncodeWavToMp3 / lame:     clock $(ratio BM_EncodeWavToMp3 BM_LameProgram 3), processor $(ratio BM_EncodeWavToMp3 BM_LameProgram 0)  (target <= 1.05)"
 printf 'vcMp3ToWav peak on one hour: %.1f MB above the start  (target < 10 MB)\n' "$peak"
+echo "MP3 digest / mpg123 -s:      clock $(ratio BM_Mp3Digest BM_Mpg123Decode 3), processor $(ratio BM_Mp3Digest BM_Mpg123Decode 0)  (target <= 1.00)"
+drawn() { echo "$csv" | awk -F, -v n="\"$1\"" '$1 == n {printf "%.3f", $3}'; }
+echo "a picture of an hour's digest: whole hour $(drawn BM_DrawWholeHour) ms, ten seconds $(drawn BM_DrawTenSeconds) ms"
 rm -f "$audio"/out_*

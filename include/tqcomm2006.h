@@ -1271,6 +1271,78 @@ TQ_API void TQ_CALL vcMp3Maker_Close(int maker);
 /* (end of audio lessons) */
 
 /* ======================================================================
+ * Wave digests: the shape of a long recording in a tiny file
+ *
+ * A digest file has no header: one byte for each block of blockMs of sound,
+ * the absolute amplitude (0 to 128) of the block's last sample (an 8-bit
+ * sample s gives |s - 128|, a 16-bit one |s >> 8|, so -1 gives 1 and +1
+ * gives 0). The file does not store blockMs; the caller remembers it. A
+ * block holds rate / (1000 / blockMs) samples, in integers, so blockMs runs
+ * from 1 to 1000 and a block is a little off blockMs where 1000 is no
+ * multiple of it.
+ * ====================================================================== */
+
+/* The digest of a wave (mono or stereo: in stereo the right channel's
+ * sample; deeper samples than 16 bits by their top 16) read as
+ * ReadFromWaveFile reads it; the last, short block counts too, as silence
+ * when it holds no whole sample. The digest's length in milliseconds
+ * (blocks x blockMs), or -1 when the wave will not open, the digest can't
+ * be made or blockMs is outside 1..1000 or makes blocks of no sample. */
+TQ_API int TQ_CALL vcMakeWaveDigestFile(const char* wavePath, const char* digestPath, int blockMs);
+/* The same, sending the progress bar (0 for none) the position 0 to 100
+ * every 1,024 blocks; the caller sets its range. */
+TQ_API int TQ_CALL vcMakeWaveDigestFileShowProgress(const char* wavePath, const char* digestPath, int blockMs,
+                                                    int progressBar);
+
+/* The digest job: one at a time in the process. vcInitMakingDigestProcess
+ * keeps the paths (cut to 199 bytes) and blockMs, clears the percentage and
+ * the cancel word, and sets the interval to the whole file; it answers 0.
+ * vcSetDigestInterval (after it) sets the interval of an MP3 job and
+ * answers startMs; endMs -1 is the end of the file; a wave job always
+ * covers the whole file. vcCreateMakingDigestThread starts the job on a
+ * thread of its own, non-zero when started: a source whose last four
+ * characters are ".wav" (either case) is read as a wave, anything else as
+ * MPEG audio. vcGetMakeDigestPercentage then gives 0 to 100 (an MP3 job in
+ * steps of 10), and 1000 once the job has ended and its digest is final:
+ * deleted when cancelled, else with the source's file times. A source that
+ * will not open, a digest that can't be made or a blockMs outside 1..1000
+ * leave 0 for good, so wait with a time-out. vcCancelMakeDigest only sets
+ * the cancel word, which the job looks at after each block (wave) or frame
+ * (MP3). */
+TQ_API int TQ_CALL vcInitMakingDigestProcess(const char* sourcePath, const char* digestPath, int blockMs);
+TQ_API int TQ_CALL vcSetDigestInterval(int startMs, int endMs);
+TQ_API int TQ_CALL vcCreateMakingDigestThread(void);
+/* The job's two bodies, which may also run on a thread of the caller's:
+ * wave 1, MP3 0; -1 when the job could not start. */
+TQ_API int TQ_CALL vcMakeWaveDigestThread(void* unused);
+TQ_API int TQ_CALL vcMakeMp3DigestThread(void* unused);
+TQ_API int TQ_CALL vcGetMakeDigestPercentage(void);
+TQ_API void TQ_CALL vcCancelMakeDigest(void);
+
+/* Drawing, with the pen selected into dc: a centre line from (0, height/2)
+ * to (width, height/2), then for each point (the integer mean of
+ * blocksPerPoint bytes, scaled so that 128 fills the half height) two
+ * columns: an even one at the point, an odd one at the mean of it and the
+ * next. A column of value v is a line from height/2 - v to height/2 + v,
+ * both included. At most 1,025 points (2,050 columns); where the file ends
+ * the rest stays blank. Nothing is drawn when blockMs or blocksPerPoint is
+ * below 1. vcDrawDigestFile draws a whole file from its start, one block a
+ * point; nothing when it will not open. vcDrawWaveDigestFile is the same
+ * function. */
+TQ_API void TQ_CALL vcDrawDigestFile(const char* digestPath, int dc, int height, int width, int blockMs);
+TQ_API void TQ_CALL vcDrawWaveDigestFile(const char* digestPath, int dc, int height, int width, int blockMs);
+/* Readers 1 to 9 that keep a digest open: a handle, or -1 when all nine are
+ * taken or the file will not open. vcDigestFile_Draw draws from the block
+ * at startMs (startMs / blockMs), reading only what it shows; nothing for
+ * an empty handle. */
+TQ_API int TQ_CALL vcDigestFile_Open(const char* digestPath);
+TQ_API void TQ_CALL vcDigestFile_Draw(int handle, int dc, int height, int width, int startMs, int blocksPerPoint,
+                                      int blockMs);
+TQ_API void TQ_CALL vcDigestFile_Close(int handle);
+
+/* (end of wave digests) */
+
+/* ======================================================================
  * Quizzes: vcChoiceQtFile_, vcFillBlankQtFile_, question generation and
  * the usage test
  *

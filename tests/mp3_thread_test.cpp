@@ -1,63 +1,34 @@
 // The worker thread of vcMp3ToWavByThread, polled as a front end polls it.
 // These tests also run under ThreadSanitizer (the mp3_thread_tsan test).
-#include <chrono>
-#include <mutex>
 #include <string>
-#include <thread>
 #include <vector>
 
 #include "sound/mp3_to_wave.h"
 #include "sound_util.h"
+#include "worker_util.h"
 
 using namespace tqtest;
 
 namespace {
 
-std::mutex g_seen_mutex;
-std::vector<int> g_seen;
-
-void Seen(int percent) {
-  std::lock_guard<std::mutex> lock(g_seen_mutex);
-  g_seen.push_back(percent);
-}
-
 class Mp3Thread : public TempDirTest {
  protected:
   void SetUp() override {
     TempDirTest::SetUp();
-    g_seen.clear();
-    tq::sound::SetProgressObserverForTesting(Seen);
+    StoredPercentages::Clear();
+    tq::sound::SetProgressObserverForTesting(StoredPercentages::Seen);
   }
   void TearDown() override {
     WaitForWorker();
     tq::sound::SetProgressObserverForTesting(nullptr);
     TempDirTest::TearDown();
   }
-  // Polls until the job reports its end; every value seen on the way.
-  std::vector<int> PollToEnd() {
-    std::vector<int> polled;
-    for (auto give_up = Clock::now() + std::chrono::seconds(60); Clock::now() < give_up;) {
-      int p = vcGetMp3ToWavPercentage();
-      if (polled.empty() || polled.back() != p) polled.push_back(p);
-      if (p == 1000) break;
-      std::this_thread::sleep_for(std::chrono::microseconds(200));
-    }
-    return polled;
-  }
-  static void WaitForWorker() {
-    for (auto give_up = Clock::now() + std::chrono::seconds(60);
-         tq::sound::Mp3ThreadRunningForTesting() && Clock::now() < give_up;) {
-      std::this_thread::sleep_for(std::chrono::milliseconds(1));
-    }
-  }
+  static std::vector<int> PollToEnd() { return tqtest::PollToEnd(vcGetMp3ToWavPercentage); }
+  static void WaitForWorker() { WaitWhile(tq::sound::Mp3ThreadRunningForTesting); }
   // Stored by the worker: percentages in the order stored.
-  static std::vector<int> Stored() {
-    std::lock_guard<std::mutex> lock(g_seen_mutex);
-    return g_seen;
-  }
+  static std::vector<int> Stored() { return StoredPercentages::Get(); }
   // 80 s of 48 kHz mono: 3,333 frames, so three steps of progress.
   static std::string LongMp3() { return ToneMp3(1, 48000, 80, 64); }
-  using Clock = std::chrono::steady_clock;
 };
 
 TEST_F(Mp3Thread, ProgressRisesToOneHundredThenOneThousand) {

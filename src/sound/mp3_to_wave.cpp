@@ -2,9 +2,6 @@
 
 #include <atomic>
 #include <cstring>
-#include <memory>
-#include <system_error>
-#include <thread>
 #include <vector>
 
 #include "core/files.h"
@@ -12,6 +9,7 @@
 #include "platform/env.h"
 #include "platform/file_times.h"
 #include "platform/host.h"
+#include "sound/worker.h"
 #include "sound/wave_file.h"
 
 namespace tq::sound {
@@ -20,54 +18,16 @@ namespace {
 constexpr uint32_t kProgressFrames = 1024;
 constexpr int32_t kJobEnded = 1000;
 constexpr int kThinnedRateLimit = 11030;
-constexpr int kPathBytes = 200;
 constexpr intptr_t kPercentRange = 100 << 16;
 
 // The worker's state. The caller and the worker share only the two 32-bit
 // words; the paths are written before the worker starts.
 std::atomic<int32_t> g_cancel{0};
 std::atomic<int32_t> g_percent{0};
-char g_source[kPathBytes];
-char g_target[kPathBytes];
+char g_source[kJobPathBytes];
+char g_target[kJobPathBytes];
 std::atomic<int32_t> g_running{0};
 std::atomic<void (*)(int)> g_observer{nullptr};
-
-// Cut to the 200-byte fields of the worker's state.
-void CopyPath(char* field, const char* path) {
-  int n = 0;
-  for (; path != nullptr && n < kPathBytes - 1 && path[n] != '\0'; ++n) field[n] = path[n];
-  field[n] = '\0';
-}
-
-// A decoder with the codec and the file input registered, its input open
-// and its stream started: the start every decoding shares. Stopped, closed
-// and destroyed when it goes.
-class Mp3Input {
- public:
-  bool Open(const char* path) {
-    if (mpeg::Decoder::Create(&decoder_) != mpeg::kOk) return false;
-    decoder_->RegisterCodec(mpeg::MpegAudioCodec());
-    decoder_->RegisterInput(mpeg::FileInput());
-    if (decoder_->Open(path, mpeg::kAutomatic) != mpeg::kOk || decoder_->Start() != mpeg::kOk) {
-      End();
-      return false;
-    }
-    return true;
-  }
-  mpeg::Decoder& operator*() { return *decoder_; }
-  void End() {
-    if (decoder_ == nullptr) return;
-    decoder_->Stop();
-    decoder_->Close();
-    decoder_.reset();
-  }
-  ~Mp3Input() { End(); }
-
- private:
-  std::unique_ptr<mpeg::Decoder> decoder_;
-};
-
-bool Retry(int result) { return result == mpeg::kNoFrame || result == mpeg::kFormatChanged; }
 
 // Where the whole-file loop tells its progress: a progress bar, or the
 // worker's percentage word (which also brings the cancel word along).
@@ -122,7 +82,7 @@ bool DecodeAll(mpeg::Decoder& decoder, const char* wavePath, const Reporting& re
 }
 
 void WorkerJob() {
-  char source[kPathBytes], target[kPathBytes];
+  char source[kJobPathBytes], target[kJobPathBytes];
   std::memcpy(source, g_source, sizeof source);
   std::memcpy(target, g_target, sizeof target);
   Mp3Input input;
@@ -140,7 +100,6 @@ void WorkerJob() {
     // it may use the wave (or find it gone) at once.
     SetPercent(kJobEnded);
   }
-  g_running.fetch_sub(1);
 }
 
 }  // namespace
@@ -169,18 +128,11 @@ int Mp3ToWav(const char* mp3Path, const char* wavePath, int progressBar, int32_t
 int StartMp3ToWavThread(const char* mp3Path, const char* wavePath) {
   // A second start overwrites the first job's paths and words: one job at
   // a time.
-  CopyPath(g_source, mp3Path);
-  CopyPath(g_target, wavePath);
+  CopyJobPath(g_source, mp3Path);
+  CopyJobPath(g_target, wavePath);
   g_cancel.store(0);
   g_percent.store(0);
-  g_running.fetch_add(1);
-  try {
-    std::thread(WorkerJob).detach();
-  } catch (const std::system_error&) {
-    g_running.fetch_sub(1);
-    return 0;
-  }
-  return 1;
+  return StartDetached(WorkerJob, &g_running) ? 1 : 0;
 }
 
 int Mp3ToWavPercentage() { return g_percent.load(); }

@@ -1,27 +1,22 @@
 // tqcomm mp3 and tqcomm wave: MP3 to wave and back with a progress bar on
 // the terminal, and what a wave file holds.
-#include <unistd.h>
-
 #include <algorithm>
 #include <atomic>
 #include <chrono>
-#include <csignal>
 #include <cstdio>
 #include <cstdlib>
 #include <string>
 #include <thread>
 
 #include "commands.h"
+#include "progress.h"
 #include "tqcomm2006.h"
 
 namespace tqcomm {
 namespace {
 
-constexpr int kJobEnded = 1000;
 constexpr int kDefaultBitrate = 128;
 constexpr auto kPoll = std::chrono::milliseconds(50);
-// A decoding that has made no wave after this long never started.
-constexpr auto kStartLimit = std::chrono::seconds(10);
 
 const char kMp3Usage[] =
     "usage: tqcomm mp3 decode IN.mp3 OUT.wav\n"
@@ -37,33 +32,6 @@ const char kWaveUsage[] =
     "usage: tqcomm wave info FILE\n"
     "\n"
     "info    the format of a RIFF wave file, its data size and its length\n";
-
-std::atomic<bool> g_interrupted{false};
-void OnInterrupt(int) { g_interrupted = true; }
-
-// A bar on standard error, drawn only where a person watches it.
-class ProgressBar {
- public:
-  explicit ProgressBar(const std::string& label) : label_(label), shown_(isatty(2) != 0) {}
-  void Show(int percent) {
-    if (!shown_ || percent == last_) return;
-    last_ = percent;
-    constexpr int kWidth = 40;
-    const int filled = percent * kWidth / 100;
-    std::fprintf(stderr, "\r%s [%s%s] %3d%%", label_.c_str(), std::string(filled, '#').c_str(),
-                 std::string(kWidth - filled, '.').c_str(), percent);
-    std::fflush(stderr);
-  }
-  void Done() {
-    if (shown_ && last_ >= 0) std::fprintf(stderr, "\n");
-    last_ = -1;
-  }
-
- private:
-  std::string label_;
-  bool shown_;
-  int last_ = -1;
-};
 
 bool Exists(const std::string& path) { return vcIfFileExist(path.c_str()) == 1; }
 
@@ -94,28 +62,13 @@ int Decode(const std::string& in, const std::string& out) {
     std::fprintf(stderr, "tqcomm: cannot start the conversion\n");
     return 1;
   }
-  std::signal(SIGINT, OnInterrupt);
-  ProgressBar bar("decoding");
-  const auto start = std::chrono::steady_clock::now();
-  bool cancelled = false;
-  for (int p; (p = vcGetMp3ToWavPercentage()) != kJobEnded;) {
-    if (g_interrupted && !cancelled) {
-      vcCancelConvert();
-      cancelled = true;
-    }
-    if (p == 0 && !Exists(out) && std::chrono::steady_clock::now() - start > kStartLimit) {
-      bar.Done();
-      std::fprintf(stderr, "tqcomm: the conversion of %s did not start\n", in.c_str());
-      return 1;
-    }
-    bar.Show(p);
-    std::this_thread::sleep_for(kPoll);
+  const JobEnd end = FollowJob("decoding", vcGetMp3ToWavPercentage, vcCancelConvert, out);
+  if (end == JobEnd::kNeverStarted) {
+    std::fprintf(stderr, "tqcomm: the conversion of %s did not start\n", in.c_str());
+    return 1;
   }
-  std::signal(SIGINT, SIG_DFL);
-  bar.Show(100);
-  bar.Done();
   std::string line;
-  if (cancelled) {
+  if (end == JobEnd::kCancelled) {
     std::fprintf(stderr, "tqcomm: cancelled, %s removed\n", out.c_str());
     return 1;
   }
@@ -142,21 +95,21 @@ int Encode(const std::string& in, const std::string& out, int bitrate) {
     result = vcEncodeWavToMp3(in.c_str(), out.c_str(), bitrate);
     done = true;
   });
-  ProgressBar bar("encoding");
-  while (!done) {
-    const int size = vcGetFileLength(out.c_str());
-    bar.Show(expected > 0 && size > 0 ? static_cast<int>(std::min(99.0, size * 100.0 / expected)) : 0);
-    std::this_thread::sleep_for(kPoll);
+  {
+    ProgressBar bar("encoding");
+    while (!done) {
+      const int size = vcGetFileLength(out.c_str());
+      bar.Show(expected > 0 && size > 0 ? static_cast<int>(std::min(99.0, size * 100.0 / expected)) : 0, 100);
+      std::this_thread::sleep_for(kPoll);
+    }
+    worker.join();
+    if (result == 1) bar.Show(100, 100);
   }
-  worker.join();
   if (result != 1) {
-    bar.Done();
     // The library's own reason, if any, stands on the line before.
     std::fprintf(stderr, "\ntqcomm: cannot encode %s to %s\n", in.c_str(), out.c_str());
     return 1;
   }
-  bar.Show(100);
-  bar.Done();
   std::printf("%s -> %s: %d kbit/s, %.2f s, %d bytes\n", in.c_str(), out.c_str(), bitrate,
               vcGetMp3FileLengthInTime(out.c_str()) / 1000.0, vcGetFileLength(out.c_str()));
   return 0;

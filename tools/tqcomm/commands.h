@@ -69,6 +69,8 @@ int SndlibCommand(const Args& args);
 int DrawCommand(const Args& args);
 // (lesson)
 int LessonCommand(const Args& args);
+// (digest)
+int DigestCommand(const Args& args);
 
 
 // GBK text from the library, shown on a terminal that may speak UTF-8.

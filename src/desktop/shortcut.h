@@ -1,5 +1,5 @@
 // Shortcuts as this desktop keeps them: freedesktop ".desktop" files
-// (Desktop Entry Specification 1.5), written where the front ends' platform
+// (the freedesktop Desktop Entry format, version 1.5), written where the front ends' platform
 // would put its shortcut, under the name the caller gives, extension and
 // all: a shortcut that the desktop should show needs a name that ends in
 // ".desktop". The entry is UTF-8, as the format requires; the GBK names and

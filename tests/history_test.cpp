@@ -9,16 +9,7 @@
 #include "test_util.h"
 #include "tqcomm2006.h"
 
-using tqtest::Blank;
-using tqtest::Blanks;
-using tqtest::Describe;
-using tqtest::Ints;
-using tqtest::LearntOn;
-using tqtest::ReadFile;
-using tqtest::ReadHistory;
-using tqtest::ReadInts;
-using tqtest::WriteFile;
-using tqtest::WriteHistory;
+using namespace tqtest;
 
 namespace {
 

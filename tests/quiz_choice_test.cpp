@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <cstring>
+#include <numeric>
 #include <random>
 #include <string>
 #include <vector>
@@ -318,8 +319,7 @@ TEST_F(ChoiceTest, EmptyHandlesAndIndexesOutsideTheFileAnswerMinusOne) {
 TEST_F(ChoiceTest, ChangesGoToTheFileAndEachHandleHoldsOneRecord) {
   WriteBank(3);
   int a = vcChoiceQtFile_Open("bank.dat", "r+b"), b = vcChoiceQtFile_Open((dir() + "\\bank.dat").c_str(), "r+b");
-  ASSERT_GT(a, 0);
-  ASSERT_GT(b, 0);
+  ASSERT_TRUE(a > 0 && b > 0);
   EXPECT_EQ(vcChoiceQtFile_GetDifficulty(a, 0), 0);
   EXPECT_EQ(vcChoiceQtFile_SetDifficulty(b, 0, 7), 1);
   EXPECT_EQ(vcChoiceQtFile_GetDifficulty(a, 0), 0);  // a still holds record 0 as it read it
@@ -483,11 +483,7 @@ TEST_F(ChoicePageTest, ShuffledOptionsFollowTheSecondsShuffle) {
   int32_t four[4], five[5], order[3];
   for (;;) {
     int64_t second = tq::env::NowSeconds();
-    for (int i = 0; i < 5; ++i) {
-      five[i] = i;
-      if (i < 4) four[i] = i;
-      if (i < 3) order[i] = i;
-    }
+    std::iota(four, four + 4, 0), std::iota(five, five + 5, 0), std::iota(order, order + 3, 0);
     vcRandomIntArray(four, 4);
     vcRandomIntArray(five, 5);
     vcRandomIntArray(order, 3);

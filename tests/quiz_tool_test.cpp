@@ -54,28 +54,15 @@ class QuizTool : public tqtest::TempDirTest {
 
 TEST_F(QuizTool, GiftBankComesThroughWithItsRightAnswers) {
   WriteFile("moodle.gift",
-            u8"// exported from a course\n"
-            u8"$CATEGORY: grammar\n"
-            u8"\n"
-            u8"::Q1:: He {=goes ~go ~going} to school every day.\n"
-            u8"\n"
+            u8"// exported from a course\n$CATEGORY: grammar\n\n"
+            u8"::Q1:: He {=goes ~go ~going} to school every day.\n\n"
             u8"::Q2:: Which word means \"quick\"? {\n"
-            u8"  ~slow#No, the opposite.\n"
-            u8"  =rapid#Yes.\n"
-            u8"  ~calm\n"
-            u8"  ####Rapid and quick mean the same.\n"
-            u8"}\n"
-            u8"\n"
-            u8"The Great Wall is in China. {T}\n"
-            u8"\n"
-            u8"What is two plus two? {=4 =four}\n"
-            u8"\n"
-            u8"::Q5:: 哪个词的意思是“借入”？ {~lend =borrow ~return}\n"
-            u8"\n"
-            u8"Who wrote Hamlet\\? {~%50%Marlowe ~%100%Shakespeare ~Jonson}\n"
-            u8"\n"
-            u8"Match these. {=a -> 1 =b -> 2 =c -> 3}\n"
-            u8"\n"
+            u8"  ~slow#No, the opposite.\n  =rapid#Yes.\n  ~calm\n  ####Rapid and quick mean the same.\n}\n\n"
+            u8"The Great Wall is in China. {T}\n\n"
+            u8"What is two plus two? {=4 =four}\n\n"
+            u8"::Q5:: 哪个词的意思是“借入”？ {~lend =borrow ~return}\n\n"
+            u8"Who wrote Hamlet\\? {~%50%Marlowe ~%100%Shakespeare ~Jonson}\n\n"
+            u8"Match these. {=a -> 1 =b -> 2 =c -> 3}\n\n"
             u8"Unclosed {=a ~b\n");
   std::string notes;
   EXPECT_EQ(ThroughThePage("import moodle.gift", &notes),
@@ -99,25 +86,11 @@ TEST_F(QuizTool, GiftBankComesThroughWithItsRightAnswers) {
 
 TEST_F(QuizTool, AikenBankComesThroughWithItsRightAnswers) {
   WriteFile("aiken.txt",
-            u8"\xEF\xBB\xBFWhat is the capital of France?\r\n"
-            u8"A. Berlin\r\n"
-            u8"B. Paris\r\n"
-            u8"C. Rome\r\n"
-            u8"ANSWER: B\r\n"
-            u8"\r\n"
-            u8"以下哪个是水果？\r\n"
-            u8"A) 苹果\r\n"
-            u8"B) 桌子\r\n"
-            u8"ANSWER: A\r\n"
-            u8"3 + 4 = ?\r\n"
-            u8"A. 6\r\n"
-            u8"B. 7\r\n"
-            u8"ANSWER: B\r\n"
-            u8"Too many options?\r\n"
-            u8"A. 1\r\nB. 2\r\nC. 3\r\nD. 4\r\nE. 5\r\nF. 6\r\n"
-            u8"ANSWER: F\r\n"
-            u8"No answer line\r\n"
-            u8"A. x\r\n");
+            u8"\xEF\xBB\xBFWhat is the capital of France?\r\nA. Berlin\r\nB. Paris\r\nC. Rome\r\nANSWER: B\r\n\r\n"
+            u8"以下哪个是水果？\r\nA) 苹果\r\nB) 桌子\r\nANSWER: A\r\n"
+            u8"3 + 4 = ?\r\nA. 6\r\nB. 7\r\nANSWER: B\r\n"
+            u8"Too many options?\r\nA. 1\r\nB. 2\r\nC. 3\r\nD. 4\r\nE. 5\r\nF. 6\r\nANSWER: F\r\n"
+            u8"No answer line\r\nA. x\r\n");
   std::string notes;
   EXPECT_EQ(ThroughThePage("import aiken.txt", &notes), (std::vector<std::string>{"Paris", G(u8"苹果"), "7"}));
   EXPECT_TRUE(Has(notes, "3 questions (aiken) -> bank.txt")) << notes;
@@ -162,11 +135,9 @@ TEST_F(QuizTool, WarningsUsageAndBrokenInput) {
   std::string out;
   EXPECT_EQ(Quiz("--help", &out), 0);
   EXPECT_TRUE(Has(out, "quiz import FILE.gift|FILE.txt")) << out;
-  EXPECT_EQ(Quiz("", &out), 2);
-  EXPECT_EQ(Quiz("grade x", &out), 2);
-  EXPECT_EQ(Quiz("build", &out), 2);
-  EXPECT_EQ(Quiz("page bank.dat --list 1,x", &out), 2);
-  EXPECT_EQ(Quiz("import a.gift --format csv", &out), 2);
+  for (const char* usage : {"", "grade x", "build", "page bank.dat --list 1,x", "import a.gift --format csv"}) {
+    EXPECT_EQ(Quiz(usage), 2) << usage;
+  }
   EXPECT_EQ(Quiz("build missing.txt", &out), 1);
 
   // The traps of the question text are named with their lines.

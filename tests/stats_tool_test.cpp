@@ -89,6 +89,16 @@ class StatsTool : public tqtest::TempDirTest {
   }
 
   static bool Has(const std::string& out, const std::string& text) { return out.find(text) != std::string::npos; }
+  static void ExpectSays(const std::string& out, std::initializer_list<std::string> texts) {
+    for (const std::string& t : texts) EXPECT_TRUE(Has(out, t)) << t << "\n---\n" << out;
+  }
+  // Every day's count from offset `from` to `to`: those in `counts`, 0 elsewhere.
+  static void ExpectCounts(const std::string& out, int from, int to, const std::map<int, int>& counts) {
+    for (int d = from; d <= to; ++d) {
+      auto it = counts.find(d);
+      EXPECT_EQ(CountOn(out, d), it == counts.end() ? 0 : it->second) << "day " << d << "\n" << out;
+    }
+  }
 
   // The count printed on the line of a day (an offset from today).
   static int CountOn(const std::string& out, int offset) {
@@ -107,40 +117,21 @@ TEST_F(StatsTool, EveryFigureOfAKnownHistory) {
   std::string out;
   ASSERT_EQ(Stats("--days 14", &out), 0) << out;
 
-  // Today, and the next 14 days.
-  EXPECT_TRUE(Has(out, "today: 5 words due by the curve: 2 overdue, 1 falling due today, 2 hard (offered every day)"))
-      << out;
-  EXPECT_TRUE(Has(out, "coming due in the next 14 days (if nothing is learnt before): 8\n")) << out;
-  const std::map<int, int> coming = {{1, 2}, {3, 3}, {5, 1}, {10, 1}, {14, 1}};
-  for (int d = 1; d <= 14; ++d) {
-    auto it = coming.find(d);
-    EXPECT_EQ(CountOn(out, d), it == coming.end() ? 0 : it->second) << "day +" << d << "\n" << out;
-  }
+  // Today and the next 14 days; the past 30 days, as the records show
+  // each word answered; leeches worst first, by the book's words.
+  ExpectSays(out, {"today: 5 words due by the curve: 2 overdue, 1 falling due today, 2 hard (offered every day)",
+                   "coming due in the next 14 days (if nothing is learnt before): 8\n",
+                   "words answered in the past 30 days (as far as the records tell): 51 on 25 days\n",
+                   "words in their first week: 18 of 24 right (75%)\n", "older words: 41 of 62 right (66%)\n",
+                   "leeches (wrong or unsure 4 times or more): 4\n      7 wrong of    12  word13\n"
+                   "      6 wrong of    10  word12\n      5 wrong of     9  word14\n      4 wrong of     8  word6\n\n",
+                   "words: 3 not met, 13 being learnt, 2 known, 1 mastered, 1 relapsed\n"});
+  ExpectCounts(out, 1, 14, {{1, 2}, {3, 3}, {5, 1}, {10, 1}, {14, 1}});
   EXPECT_EQ(CountOn(out, 15), -1) << "the forecast ends after 14 days";
-
-  // The past 30 days: the days each record shows the word answered.
-  EXPECT_TRUE(Has(out, "words answered in the past 30 days (as far as the records tell): 51 on 25 days\n")) << out;
-  const std::map<int, int> answered = {{0, 6},   {-1, 5},  {-2, 4},  {-3, 3},  {-4, 2},  {-5, 3},  {-6, 1},
-                                       {-8, 2},  {-9, 2},  {-10, 1}, {-11, 2}, {-12, 3}, {-13, 1}, {-16, 1},
-                                       {-18, 2}, {-19, 1}, {-20, 1}, {-21, 1}, {-23, 2}, {-24, 2}, {-25, 1},
-                                       {-26, 1}, {-27, 1}, {-28, 1}, {-29, 2}};
-  for (int d = -29; d <= 0; ++d) {
-    auto it = answered.find(d);
-    EXPECT_EQ(CountOn(out, d), it == answered.end() ? 0 : it->second) << "day " << d << "\n" << out;
-  }
+  ExpectCounts(out, -29, 0, {{0, 6},   {-1, 5},  {-2, 4},  {-3, 3},  {-4, 2},  {-5, 3},  {-6, 1},  {-8, 2},  {-9, 2},
+                             {-10, 1}, {-11, 2}, {-12, 3}, {-13, 1}, {-16, 1}, {-18, 2}, {-19, 1}, {-20, 1}, {-21, 1},
+                             {-23, 2}, {-24, 2}, {-25, 1}, {-26, 1}, {-27, 1}, {-28, 1}, {-29, 2}});
   EXPECT_EQ(CountOn(out, -30), -1) << "the past ends 30 days back";
-  EXPECT_TRUE(Has(out, "words in their first week: 18 of 24 right (75%)\n")) << out;
-  EXPECT_TRUE(Has(out, "older words: 41 of 62 right (66%)\n")) << out;
-
-  // Leeches, worst first, by the book's words.
-  EXPECT_TRUE(Has(out, "leeches (wrong or unsure 4 times or more): 4\n"
-                       "      7 wrong of    12  word13\n"
-                       "      6 wrong of    10  word12\n"
-                       "      5 wrong of     9  word14\n"
-                       "      4 wrong of     8  word6\n\n"))
-      << out;
-
-  EXPECT_TRUE(Has(out, "words: 3 not met, 13 being learnt, 2 known, 1 mastered, 1 relapsed\n")) << out;
   EXPECT_FALSE(Has(out, "note:")) << out;
   EXPECT_EQ(tqtest::ReadFile(Path("book.his")), before) << "the report writes nothing";
 }
@@ -151,8 +142,7 @@ struct Picture {
   std::vector<uint8_t> rgb;
 
   bool Read(const std::string& path) {
-    png_image image;
-    std::memset(&image, 0, sizeof image);
+    png_image image{};
     image.version = PNG_IMAGE_VERSION;
     if (!png_image_begin_read_from_file(&image, path.c_str())) return false;
     image.format = PNG_FORMAT_RGB;
@@ -178,11 +168,8 @@ struct Picture {
   };
   std::vector<Run> Runs(uint32_t colour) const {
     std::vector<Run> runs;
-    for (int x = 0; x < width;) {
-      if (CountIn(x, colour) == 0) {
-        ++x;
-        continue;
-      }
+    for (int x = 0; x < width; ++x) {  // a column without the colour ends each run
+      if (CountIn(x, colour) == 0) continue;
       int from = x;
       while (x < width && CountIn(x, colour) > 0) ++x;
       Run run{(from + x) / 2, CountIn((from + x) / 2, colour), 0};
@@ -261,11 +248,11 @@ TEST_F(StatsTool, ManyLeechesListTheWorstAndCountTheRest) {
   MakeBook(30);
   std::string out;
   ASSERT_EQ(Stats("", &out), 0) << out;
-  EXPECT_TRUE(Has(out, "leeches (wrong or unsure 4 times or more): 30\n     33 wrong of    33  word29\n")) << out;
-  EXPECT_TRUE(Has(out, "     14 wrong of    14  word10\n  and 10 more\n")) << out;
   // Each right 0 percent of the time: hard words, offered every day.
-  EXPECT_TRUE(Has(out, "today: 30 words due by the curve: 0 overdue, 0 falling due today, 30 hard")) << out;
-  EXPECT_TRUE(Has(out, "coming due in the next 30 days (if nothing is learnt before): 0\n")) << out;
+  ExpectSays(out, {"leeches (wrong or unsure 4 times or more): 30\n     33 wrong of    33  word29\n",
+                   "     14 wrong of    14  word10\n  and 10 more\n",
+                   "today: 30 words due by the curve: 0 overdue, 0 falling due today, 30 hard",
+                   "coming due in the next 30 days (if nothing is learnt before): 0\n"});
 }
 
 TEST_F(StatsTool, DamagedInputSaysWhatItCan) {
@@ -284,19 +271,18 @@ TEST_F(StatsTool, DamagedInputSaysWhatItCan) {
   tqtest::WriteFile(Path("book.his"), bytes + std::string(20, '\x7f'));  // and a cut-off record
   std::string out;
   ASSERT_EQ(Stats("", &out), 0) << out;
-  EXPECT_TRUE(Has(out, ": 7 records\n")) << out;
-  EXPECT_TRUE(Has(out, "note: the history file ends in 20 bytes that are not a whole record")) << out;
-  EXPECT_TRUE(Has(out, "note: 5 records have impossible dates or counts")) << out;
-  // What comes due is still the wizard's answer, damaged records and all:
-  // the word skipped on day +2 is not offered then, and is again on day +3.
-  EXPECT_TRUE(Has(out, "today: 5 words due by the curve: 1 overdue, 3 falling due today, 1 hard")) << out;
+  // What comes due is still the wizard's answer, damaged records and all,
+  // but the two sound records alone make the past and the shares.
+  ExpectSays(out, {": 7 records\n", "note: the history file ends in 20 bytes that are not a whole record",
+                   "note: 5 records have impossible dates or counts",
+                   "today: 5 words due by the curve: 1 overdue, 3 falling due today, 1 hard",
+                   "(as far as the records tell): 3 on 3 days\n",
+                   "words in their first week: 3 of 7 right (43%)\nolder words: no answers\n",
+                   "leeches (wrong or unsure 4 times or more): 1\n      4 wrong of     5  word1\n"});
+  // The word skipped on day +2 is not offered then, and is again on day +3.
   EXPECT_EQ(CountOn(out, 2), 0) << out;
   EXPECT_EQ(CountOn(out, 3), 1) << out;
   EXPECT_EQ(CountOn(out, 6), 1) << out;
-  // The two sound records alone make the past and the shares.
-  EXPECT_TRUE(Has(out, "(as far as the records tell): 3 on 3 days\n")) << out;
-  EXPECT_TRUE(Has(out, "words in their first week: 3 of 7 right (43%)\nolder words: no answers\n")) << out;
-  EXPECT_TRUE(Has(out, "leeches (wrong or unsure 4 times or more): 1\n      4 wrong of     5  word1\n")) << out;
 }
 
 TEST_F(StatsTool, RecordsOutOfOrderAreAllSeen) {

@@ -2,6 +2,7 @@
 // wrapping, wildcards, line ends and the array helpers.
 #include <algorithm>
 #include <cstring>
+#include <numeric>
 #include <string>
 #include <vector>
 
@@ -232,19 +233,18 @@ TEST(Arrays, SortSearchUniqueShuffle) {
   int32_t two[] = {1, 2};
   vcRandomIntArray(two, 2);
   EXPECT_EQ(two[0], 1);
-  std::vector<int32_t> x(50), y(50);
-  for (int i = 0; i < 50; ++i) x[i] = y[i] = i;
-  vcRandomIntArray(x.data(), 50);
-  vcRandomIntArray(y.data(), 50);
-  if (x != y) {  // the clock ticked between the calls; once more
-    for (int i = 0; i < 50; ++i) x[i] = y[i] = i;
-    vcRandomIntArray(x.data(), 50);
-    vcRandomIntArray(y.data(), 50);
-  }
+  std::vector<int32_t> identity(50);
+  std::iota(identity.begin(), identity.end(), 0);
+  auto shuffled = [&identity] {
+    std::vector<int32_t> v = identity;
+    vcRandomIntArray(v.data(), 50);
+    return v;
+  };
+  std::vector<int32_t> x = shuffled(), y = shuffled();
+  if (x != y) x = shuffled(), y = shuffled();  // the clock ticked between the calls; once more
   EXPECT_EQ(x, y);
-  std::vector<int32_t> sorted = x;
-  std::sort(sorted.begin(), sorted.end());
-  for (int i = 0; i < 50; ++i) EXPECT_EQ(sorted[i], i);
+  std::sort(x.begin(), x.end());
+  EXPECT_EQ(x, identity);
 
   MemoryBlock block{};
   unsigned char* p = static_cast<unsigned char*>(AllocMemory(&block, 64));
@@ -261,23 +261,19 @@ bool Wild(const char* word, const char* pattern) {
 }
 
 TEST(Wildcards, SegmentsStarsAndTheTailTest) {
-  EXPECT_TRUE(Wild("ABC", "a?c"));
-  EXPECT_TRUE(Wild("abcbc", "*c"));  // first "c" at 2, then the tail test
-  EXPECT_TRUE(Wild("ab", "ab"));
-  EXPECT_FALSE(Wild("abc", "ab"));
-  EXPECT_FALSE(Wild("xab", "ab*"));
-  EXPECT_TRUE(Wild("abxyz", "ab*"));
-  EXPECT_TRUE(Wild("running", "r*n*g"));
-  EXPECT_FALSE(Wild("running", "r*x*g"));
-  EXPECT_TRUE(Wild("anything", "*"));
-  EXPECT_TRUE(Wild("banana", "b*na"));
-  // In the tail test "?" is a plain character.
-  EXPECT_FALSE(Wild("abcbd", "*b?"));
-  EXPECT_TRUE(Wild("abd", "*b?"));
-  // Lengths: words of 39 bytes and patterns of 30 never match.
-  EXPECT_FALSE(Wild(std::string(39, 'a').c_str(), "*"));
-  EXPECT_TRUE(Wild(std::string(38, 'a').c_str(), "*"));
-  EXPECT_FALSE(Wild("a", std::string(30, '*').c_str()));
+  const std::string a38(38, 'a'), a39(39, 'a'), stars30(30, '*');
+  const struct {
+    const char *word, *pattern;
+    bool match;
+  } cases[] = {
+      {"ABC", "a?c", true},       {"abcbc", "*c", true},  // first "c" at 2, then the tail test
+      {"ab", "ab", true},         {"abc", "ab", false},         {"xab", "ab*", false},    {"abxyz", "ab*", true},
+      {"running", "r*n*g", true}, {"running", "r*x*g", false},  {"anything", "*", true},  {"banana", "b*na", true},
+      {"abcbd", "*b?", false},    {"abd", "*b?", true},  // in the tail test "?" is a plain character
+      // Lengths: words of 39 bytes and patterns of 30 never match.
+      {a39.c_str(), "*", false},  {a38.c_str(), "*", true},     {"a", stars30.c_str(), false},
+  };
+  for (const auto& c : cases) EXPECT_EQ(Wild(c.word, c.pattern), c.match) << c.word << " ~ " << c.pattern;
   // The caller's pattern is lower-cased in place.
   char pattern[] = "A*C";
   EXPECT_TRUE(tq::WildMatch("abc", pattern));

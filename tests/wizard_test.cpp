@@ -9,14 +9,7 @@
 #include "tqcomm2006.h"
 #include "tqhost.h"
 
-using tqtest::Blank;
-using tqtest::Blanks;
-using tqtest::Describe;
-using tqtest::G;
-using tqtest::LearntOn;
-using tqtest::ReadHistory;
-using tqtest::Results;
-using tqtest::WriteHistory;
+using namespace tqtest;
 
 namespace {
 

@@ -192,15 +192,12 @@ TEST_F(WordNetCedictTest, InflectedFormsFindTheirBaseWords) {
   WriteFile("words.txt", "went\ngeese\nchildren\nhappier\nstopped\napple\nbuilding\ngoosed\nzzz\n");
   std::string listed;
   tqtest::Run(std::string(TQCOMM_BIN) + " lookup --list words.txt --dict dict", &listed);
-  const char* table = "base form, from the table of inflected forms";
-  for (const std::string& line :
-       {std::string("went\tgo\t") + table, std::string("geese\tgoose\t") + table,
-        std::string("children\tchild\t") + table, std::string("happier\thappy\t") + table,
-        std::string("stopped\tstop\t") + table, std::string("apple\tapple\texact"),
-        std::string("building\tbuilding\texact; also a form of build"),
-        std::string("goosed\tgoose\tbase form, by the library's suffix rules"),
-        std::string("zzz\tstop\tclosest entry")}) {
-    EXPECT_NE(listed.find(line + "\n"), std::string::npos) << line << "\n" << listed;
+  const std::string table = "base form, from the table of inflected forms\n";
+  for (const std::string& line : std::initializer_list<std::string>{
+           "went\tgo\t" + table, "geese\tgoose\t" + table, "children\tchild\t" + table, "happier\thappy\t" + table,
+           "stopped\tstop\t" + table, "apple\tapple\texact\n", "building\tbuilding\texact; also a form of build\n",
+           "goosed\tgoose\tbase form, by the library's suffix rules\n", "zzz\tstop\tclosest entry\n"}) {
+    EXPECT_NE(listed.find(line), std::string::npos) << line << listed;
   }
   std::string shown;
   ASSERT_EQ(tqtest::Run(std::string(TQCOMM_BIN) + " lookup went --dict dict", &shown), 0);
@@ -289,28 +286,20 @@ TEST(RegularForms, SpellingFollowsTheWordsEndingAndStress) {
     tqcomm::PronShape shape;
     const char* forms;  // sorted, split by blanks
   } cases[] = {
-      {"apple", noun, first_stress, "apples"},
-      {"box", noun, one, "boxes"},
-      {"church", noun, one, "churches"},
-      {"city", noun, first_stress, "cities"},
-      {"day", noun, one, "days"},
+      {"apple", noun, first_stress, "apples"},       {"box", noun, one, "boxes"},
+      {"church", noun, one, "churches"},             {"city", noun, first_stress, "cities"},
+      {"day", noun, one, "days"},                    {"quiz", noun, one, "quizzes"},
       {"piano", noun, three, "pianoes pianos"},  // the word decides; both are kept
-      {"quiz", noun, one, "quizzes"},
-      {"stop", verb, one, "stopped stopping stops"},
-      {"prefer", verb, final_stress, "preferred preferring prefers"},
+      {"stop", verb, one, "stopped stopping stops"}, {"prefer", verb, final_stress, "preferred preferring prefers"},
       {"visit", verb, first_stress, "visited visiting visits"},
       {"travel", verb, first_stress, "traveled traveling travelled travelling travels"},
       {"control", verb, final_stress, "controlled controlling controls"},
-      {"like", verb, one, "liked likes liking"},
-      {"die", verb, one, "died dies dying"},
+      {"like", verb, one, "liked likes liking"},     {"die", verb, one, "died dies dying"},
       {"agree", verb, final_stress, "agreed agreeing agrees"},
       {"study", verb, first_stress, "studied studies studying"},
-      {"play", verb, one, "played playing plays"},
-      {"panic", verb, first_stress, "panicked panicking panics"},
-      {"fix", verb, one, "fixed fixes fixing"},
-      {"quit", verb, one, "quits quitted quitting"},
-      {"big", adjective, one, "bigger biggest"},
-      {"nice", adjective, one, "nicer nicest"},
+      {"play", verb, one, "played playing plays"},   {"panic", verb, first_stress, "panicked panicking panics"},
+      {"fix", verb, one, "fixed fixes fixing"},      {"quit", verb, one, "quits quitted quitting"},
+      {"big", adjective, one, "bigger biggest"},     {"nice", adjective, one, "nicer nicest"},
       {"happy", adjective, first_stress, "happier happiest"},
       {"narrow", adjective, first_stress, "narrower narrowest"},
       {"new", adjective, one, "newer newest"},
@@ -323,10 +312,9 @@ TEST(RegularForms, SpellingFollowsTheWordsEndingAndStress) {
     EXPECT_EQ(forms, c.forms) << c.word;
   }
   // Without a pronunciation the spelling guesses the syllables.
-  EXPECT_EQ(tqcomm::SpellingShape("stop").syllables, 1);
-  EXPECT_EQ(tqcomm::SpellingShape("make").syllables, 1);
-  EXPECT_EQ(tqcomm::SpellingShape("simple").syllables, 2);
-  EXPECT_EQ(tqcomm::SpellingShape("happy").syllables, 2);
+  for (auto [word, syllables] : {std::pair{"stop", 1}, {"make", 1}, {"simple", 2}, {"happy", 2}}) {
+    EXPECT_EQ(tqcomm::SpellingShape(word).syllables, syllables) << word;
+  }
   EXPECT_FALSE(tqcomm::SpellingShape("visit").finalStressed);
 }
 

@@ -10,9 +10,7 @@
 #include "tqcomm2006.h"
 #include "tqhost.h"
 
-using tqtest::G;
-using tqtest::Ints;
-using tqtest::WriteFile;
+using namespace tqtest;
 
 namespace {
 

@@ -6,9 +6,7 @@
 #include "dict/word_forms.h"
 #include "dict_util.h"
 
-using tqtest::DictTest;
-using tqtest::Entry;
-using tqtest::G;
+using namespace tqtest;
 
 namespace {
 

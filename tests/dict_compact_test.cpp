@@ -4,9 +4,7 @@
 
 #include "dict_util.h"
 
-using tqtest::DictTest;
-using tqtest::Entry;
-using tqtest::G;
+using namespace tqtest;
 
 namespace {
 

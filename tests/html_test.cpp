@@ -8,9 +8,7 @@
 #include "test_util.h"
 #include "tqcomm2006.h"
 
-using tqtest::G;
-using tqtest::ReadFile;
-using tqtest::WriteFile;
+using namespace tqtest;
 using namespace std::string_literals;
 
 namespace {

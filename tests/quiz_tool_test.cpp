@@ -9,9 +9,7 @@
 #include "test_util.h"
 #include "tqcomm2006.h"
 
-using tqtest::G;
-using tqtest::ReadFile;
-using tqtest::WriteFile;
+using namespace tqtest;
 
 namespace {
 

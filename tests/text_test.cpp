@@ -194,25 +194,16 @@ TEST(Lengths, CharactersAndFoldedCompare) {
 TEST(MemoryText, LinesAndWords) {
   MemoryFileObj obj;
   char out[64];
-  InitMemoryFileObj(&obj, "one\ntwo\r\nthree\n\nfour");
-  EXPECT_EQ(MemoryFgets(&obj, out), 3);
-  EXPECT_STREQ(out, "one");
-  EXPECT_EQ(MemoryFgets(&obj, out), 3);
-  EXPECT_STREQ(out, "two");
-  EXPECT_EQ(MemoryFgets(&obj, out), 5);  // "\n\n" is one line end
-  EXPECT_EQ(MemoryFgets(&obj, out), 4);
-  EXPECT_STREQ(out, "four");
-  EXPECT_EQ(MemoryFgets(&obj, out), -1);
+  auto next = [&](auto read) {
+    int n = read(&obj, out);
+    return std::to_string(n) + (n > 0 ? " " + std::string(out) : "");
+  };
+  InitMemoryFileObj(&obj, "one\ntwo\r\nthree\n\nfour");  // "\n\n" is one line end
+  for (const char* want : {"3 one", "3 two", "5 three", "4 four", "-1"}) EXPECT_EQ(next(MemoryFgets), want);
   InitMemoryFileObj(&obj, "");
-  EXPECT_EQ(MemoryFgets(&obj, out), -1);
-
+  EXPECT_EQ(next(MemoryFgets), "-1");
   InitMemoryFileObj(&obj, "  it's 2 cats!");
-  EXPECT_EQ(MemoryGetWord(&obj, out), 2);
-  EXPECT_STREQ(out, "it");
-  EXPECT_EQ(MemoryGetWord(&obj, out), 1);
-  EXPECT_EQ(MemoryGetWord(&obj, out), 4);
-  EXPECT_STREQ(out, "cats");
-  EXPECT_EQ(MemoryGetWord(&obj, out), 0);
+  for (const char* want : {"2 it", "1 s", "4 cats", "0"}) EXPECT_EQ(next(MemoryGetWord), want);
 }
 
 TEST(Arrays, SortSearchUniqueShuffle) {

@@ -166,22 +166,22 @@ TEST_F(DictTest, RelatedWordLists) {
          Entry({"odd", "", "", "", "", "", "", "", "=" + G("同义词：a,反义词：b")})});
   OpenClassic();
   int syn = Window(), ant = Window();
-  char text[64];
+  auto item = [](int list, int i) {
+    char text[64] = "";
+    tqHost_GetListText(list, i, text);
+    return std::string(text);
+  };
   ASSERT_EQ(vcCmSearchWord(&d_, "fast"), 21);
   vcFillRelatedWordList(&d_, syn, ant);
-  ASSERT_EQ(tqHost_GetListCount(syn), 2);
-  tqHost_GetListText(syn, 1, text);
-  EXPECT_STREQ(text, "rapid");
-  ASSERT_EQ(tqHost_GetListCount(ant), 1);
-  tqHost_GetListText(ant, 0, text);
-  EXPECT_STREQ(text, "slow");
+  ASSERT_EQ(std::make_pair(tqHost_GetListCount(syn), tqHost_GetListCount(ant)), std::make_pair(2, 1));
+  EXPECT_EQ(item(syn, 1), "rapid");
+  EXPECT_EQ(item(ant, 0), "slow");
   // With no word open at the antonyms' label, the label runs into the
   // first antonym.
   ASSERT_EQ(vcCmSearchWord(&d_, "odd"), 21);
   vcFillRelatedWordList(&d_, syn, ant);
   EXPECT_EQ(tqHost_GetListCount(syn), 3);  // "a" and an empty word
-  tqHost_GetListText(ant, 1, text);
-  EXPECT_EQ(std::string(text), G("反义词：b").substr(1));
+  EXPECT_EQ(item(ant, 1), G("反义词：b").substr(1));
 }
 
 TEST_F(DictTest, ExpressionDictionary) {

@@ -11,16 +11,11 @@
 
 namespace {
 
-using tq::ApplyResult;
-using tq::BlankRecord;
-using tq::DueDate;
-using tq::FinishedForToday;
-using tq::LearningRecord;
+using namespace tq;
 
 const int32_t kCurve[7] = {0, 1, 2, 4, 7, 15, 30};
 
-using tqtest::Describe;
-using tqtest::Results;
+using namespace tqtest;
 
 // A word first learnt on day `first`, with results newest first.
 LearningRecord Learnt(int first, const char* results, int shown, int right, int attr = tq::kAttrLearning) {

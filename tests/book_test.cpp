@@ -68,7 +68,8 @@ TEST(BookHandles, LowestFreeSlotAndFullTable) {
 TEST(BookHandles, HandleZeroAnswers) {
   int32_t ints[4] = {0, 0, 0, 0};
   EXPECT_EQ(std::vector<int>({vcCOrvexBook_SetBookFileName(0, "a.idx", nullptr), vcCOrvexBook_CloseIdx(0),
-                              vcCOrvexBook_CloseLib(0), vcCOrvexBook_AppendWord(0, 0, "a", "b", "c", nullptr, nullptr, 0),
+                              vcCOrvexBook_CloseLib(0),
+                              vcCOrvexBook_AppendWord(0, 0, "a", "b", "c", nullptr, nullptr, 0),
                               vcCOrvexBook_AddWord(0, 0, 0, "a", "b", "c", nullptr, nullptr, 0, 0),
                               vcCOrvexBook_IfWordInBook(0, "a"), vcCOrvexBook_OpenIdx(0, "rb"),
                               vcCOrvexBook_ReadWholeIdx(0, ints), vcCOrvexBook_WriteWholeIdx(0, ints, 4),

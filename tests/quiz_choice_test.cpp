@@ -440,13 +440,28 @@ std::string Question(int d, int n, const std::string& stem, const std::vector<st
   return s;
 }
 
+// Options past a record's count are stale and never shown.
+const std::vector<Choice> kBank = {{G(u8"他每天 _______ 上学。"), {"go", "goes", "went", "gone"}, "", 1, 2, 4},
+                                   {"Two options", {"yes", "no", "stale", "stale"}, "", 0, 0, 2},
+                                   {"Five", {"a", "b", "c", "d", "e"}, "", 4, 9, 5}};
+
+// Record n as question d of the page, options in the order perm gives.
+std::string BankQuestion(int d, int n, bool del = false, const int32_t* perm = nullptr) {
+  const Choice& c = kBank[n];
+  std::vector<std::string> shown;
+  int p = c.answer;
+  for (int i = 0; i < c.count; ++i) {
+    shown.push_back(c.options[perm ? perm[i] : i]);
+    if (perm && perm[i] == c.answer) p = i;
+  }
+  return Question(d, n, c.stem, shown, p, del);
+}
+
 class ChoicePageTest : public ChoiceTest {
  protected:
   void SetUp() override {
     ChoiceTest::SetUp();
-    WriteFile("bank.dat", Records({{G(u8"他每天 _______ 上学。"), {"go", "goes", "went", "gone"}, "", 1, 2, 4},
-                                   {"Two options", {"yes", "no", "stale", "stale"}, "", 0, 0, 2},
-                                   {"Five", {"a", "b", "c", "d", "e"}, "", 4, 9, 5}}));
+    WriteFile("bank.dat", Records(kBank));
     file_ = vcChoiceQtFile_Open("bank.dat", "rb");
   }
   std::string Page(int shuffle, const char* background, std::vector<int32_t> list, int random, int del,
@@ -461,15 +476,12 @@ class ChoicePageTest : public ChoiceTest {
 
 TEST_F(ChoicePageTest, PageInFileOrderByteForByte) {
   EXPECT_EQ(Page(0, nullptr, {}, 0, 0, 3),
-            kHead + "<body >\r\n" + Question(1, 0, G(u8"他每天 _______ 上学。"), {"go", "goes", "went", "gone"}, 1) +
-                Question(2, 1, "Two options", {"yes", "no"}, 0) + Question(3, 2, "Five", {"a", "b", "c", "d", "e"}, 4) +
-                kTail);
+            kHead + "<body >\r\n" + BankQuestion(1, 0) + BankQuestion(2, 1) + BankQuestion(3, 2) + kTail);
   // A list: display numbers follow the list, record numbers stay; numbers
   // that are no record are passed over. The background and delete icons.
   EXPECT_EQ(Page(0, "bg.jpg", {4, 2, 7, -1, 0}, 0, 1, 2),
             kHead + "<body background='bg.jpg'> <!-------------------M----------------->\r\n" +
-                Question(1, 2, "Five", {"a", "b", "c", "d", "e"}, 4, true) +
-                Question(2, 0, G(u8"他每天 _______ 上学。"), {"go", "goes", "went", "gone"}, 1, true) + kTail);
+                BankQuestion(1, 2, true) + BankQuestion(2, 0, true) + kTail);
   EXPECT_EQ(Page(0, "", {0}, 0, 0, 0), kHead + "<body >\r\n" + kTail);
   EXPECT_EQ(vcChoiceQtFile_MakeHtml(file_, "no/such/dir/exam.htm", 0, 0, nullptr, nullptr, 0, 0), -1);
 }
@@ -492,21 +504,10 @@ TEST_F(ChoicePageTest, ShuffledOptionsFollowTheSecondsShuffle) {
       break;
     }
   }
-  const std::vector<std::string> options[3] = {{"go", "goes", "went", "gone"}, {"yes", "no"}, {"a", "b", "c", "d", "e"}};
-  const std::string stems[3] = {G(u8"他每天 _______ 上学。"), "Two options", "Five"};
-  const int answers[3] = {1, 0, 4};
   std::string want = kHead + "<body >\r\n";
   for (int d = 1; d <= 3; ++d) {
     int n = order[d - 1];
-    const int32_t* perm = n == 0 ? four : n == 2 ? five : nullptr;  // two options never move
-    std::vector<std::string> shown;
-    int p = answers[n];
-    for (size_t i = 0; i < options[n].size(); ++i) {
-      int from = perm ? perm[i] : static_cast<int>(i);
-      shown.push_back(options[n][from]);
-      if (from == answers[n]) p = static_cast<int>(i);
-    }
-    want += Question(d, n, stems[n], shown, p);
+    want += BankQuestion(d, n, false, n == 0 ? four : n == 2 ? five : nullptr);  // two options never move
   }
   EXPECT_EQ(page, want + kTail);
 }

@@ -165,7 +165,6 @@ TEST(Conversions, PathPieces) {
 TEST(Conversions, HalfWidthPunctuationKeepsLength) {
   std::string s = G("甲，乙。丙：丁；戊？己！") + "\xA1\xA1" + G("’");
   std::string out = InPlace(s, tq::HalfWidthPunctuation);
-  EXPECT_EQ(out.size(), s.size());
   EXPECT_EQ(out, G("甲") + ", " + G("乙") + ". " + G("丙") + ": " + G("丁") + "; " + G("戊") + "? " + G("己") +
                      "!   ' ");
 }

@@ -7,6 +7,7 @@
 #include <climits>
 #include <cmath>
 #include <string>
+#include <tuple>
 #include <utility>
 #include <vector>
 
@@ -83,8 +84,7 @@ class Lesson : public TempDirTest {
  protected:
   void SetUp() override {
     TempDirTest::SetUp();
-    std::string out;
-    tqtest::Run("mkdir -p user letters tmp SndFiles c/tmp", &out);
+    tqtest::Run("mkdir -p user letters tmp SndFiles c/tmp", nullptr);
     tqHost_SetCdDrive('C', Path("c").c_str());
     KeepWave(true);
     header_ = {Path("letters/"), Path("tmp/word"), Path("tmp/expl"), Path("tmp/sent"), Path("tmp/cn"),
@@ -156,6 +156,13 @@ class Lesson : public TempDirTest {
     EXPECT_EQ(Captions(), e.captions);
   }
   bool Exists(const std::string& name) const { return vcIfFileExist(Path(name).c_str()) == 1; }
+  // The length of out.mp3 as the mpg123 program decodes it, in ms.
+  double DecodedMs() const {
+    std::string out;
+    EXPECT_EQ(tqtest::Run("mpg123 -q -w '" + Path("dec.wav") + "' '" + Path("out.mp3") + "' 2>&1", &out), 0) << out;
+    const Decoded d = ReadPcm(Path("dec.wav"));
+    return 1000.0 * d.Frames() / d.rate;
+  }
 
   std::vector<std::string> header_;
   std::vector<Sound> explanations_;
@@ -170,31 +177,23 @@ TEST_F(Lesson, WordPauseExplanationForEachWordWithCaptionsAtTheirBytes) {
   Word("bee", Level(1100, 600));
   Explanation("apple", Level(2000, 1200));
   Explanation("bee", Level(2100, 900));
-  EXPECT_EQ(Make(kTwoWords), 2);
-  Expected e;
-  e.Sound(1000, 800, "apple");
-  e.Pause(1000);
-  e.Sound(2000, 1200, "n. " + G("苹果"));
-  e.Sound(1100, 600, "bee");
-  e.Pause(1000);
-  e.Sound(2100, 900, "n. " + G("蜜蜂"));
-  ExpectLesson(e);
+  // Without captionExplanation the explanation plays uncaptioned.
+  for (bool captioned : {true, false}) {
+    Set(8, captioned ? "1" : "0");
+    EXPECT_EQ(Make(kTwoWords), 2);
+    Expected e;
+    e.Sound(1000, 800, "apple");
+    e.Pause(1000);
+    e.Sound(2000, 1200, captioned ? "n. " + G("苹果") : "");
+    e.Sound(1100, 600, "bee");
+    e.Pause(1000);
+    e.Sound(2100, 900, captioned ? "n. " + G("蜜蜂") : "");
+    ExpectLesson(e);
+  }
   const Decoded d = ReadPcm(Path("out.wav"));
   EXPECT_EQ(d.rate, kRate);
   EXPECT_EQ(d.bits, 16);
   EXPECT_EQ(d.channels, 1);
-
-  // Without captionExplanation the explanation plays uncaptioned.
-  Set(8, "0");
-  Make(kTwoWords);
-  Expected quiet;
-  quiet.Sound(1000, 800, "apple");
-  quiet.Pause(1000);
-  quiet.Sound(2000, 1200);
-  quiet.Sound(1100, 600, "bee");
-  quiet.Pause(1000);
-  quiet.Sound(2100, 900);
-  ExpectLesson(quiet);
 }
 
 TEST_F(Lesson, ECTextCaptionsWordAndExplanationAndSilencesB) {
@@ -294,17 +293,12 @@ TEST_F(Lesson, WordCountAboveAndBelowTheBlocks) {
 
 TEST_F(Lesson, SpellingTakesLetterFilesByPositionAndCase) {
   Set(23, "C");
-  Letter("i1.wav", Level(11, 60));
-  Letter("c1.wav", Level(12, 61));
-  Letter("e1.wav", Level(13, 62));
-  Letter("r1.wav", Level(14, 63));
-  Letter("a1.wav", Level(15, 64));
-  Letter("m2.wav", Level(16, 65));
-  Letter("m1.wav", Level(17, 66));  // not used: m is last
-  Letter("O1.wav", Level(21, 67));
-  Letter("k1.wav", Level(22, 68));
-  Letter("k2.wav", Level(23, 69));  // not used: a non-letter ends the word
-  Letter("blank.wav", Level(99, 70));
+  // m1 is not used (m is last), nor k2 (a non-letter ends the word).
+  for (auto [name, v, n] : std::vector<std::tuple<const char*, int, int>>{
+           {"i1", 11, 60}, {"c1", 12, 61}, {"e1", 13, 62}, {"r1", 14, 63}, {"a1", 15, 64}, {"m2", 16, 65},
+           {"m1", 17, 66}, {"O1", 21, 67}, {"k1", 22, 68}, {"k2", 23, 69}, {"blank", 99, 70}}) {
+    Letter(std::string(name) + ".wav", Level(v, n));
+  }
   EXPECT_EQ(Make("A ice-cream\r\n####\r\nA Ok!\r\n####\r\n"), 2);
   Expected e;
   for (auto [v, n] : std::vector<std::pair<int, int>>{{11, 60}, {12, 61}, {13, 62}, {99, 70}, {12, 61}, {14, 63},
@@ -316,8 +310,7 @@ TEST_F(Lesson, SpellingTakesLetterFilesByPositionAndCase) {
 
 TEST_F(Lesson, RecordedSentencesComeFromSndFilesWhateverFolderIsNamed) {
   Set(23, "S");
-  std::string out;
-  tqtest::Run("mkdir -p c/rec", &out);
+  tqtest::Run("mkdir -p c/rec", nullptr);
   WriteFile(Path("SndFiles/rec.wav"), Level(4000, 500));
   WriteFile(Path("c/rec/rec.wav"), Level(4100, 500));  // what the line names: passed over
   WriteFile(Path("own.wav"), Level(4200, 400));
@@ -390,21 +383,17 @@ TEST_F(Lesson, OtherFormatsAreConvertedAndImpossibleOnesRefused) {
   e.Add((200 - 128) << 8, static_cast<int64_t>(8000.0 / 11025 * frames));
   ExpectLesson(e);
 
-  struct Bad {
-    const char* what;
-    std::string wave;
-  };
-  const Bad bad[] = {
+  const std::pair<const char*, std::string> bad[] = {
       {"24-bit", Level(0, 100, kRate, 24)},
       {"a rate of 0", Level(5, 100, 0)},
       {"three channels", Level(5, 100, kRate, 16, 3)},
       {"not a wave", "RIFF....WAVEjunk"},
   };
-  for (const Bad& b : bad) {
-    Word("apple", b.wave);
-    EXPECT_EQ(Make("A apple\r\n####\r\n"), 1) << b.what;
-    EXPECT_EQ(OutBytes(), 0) << b.what;
-    EXPECT_EQ(Captions(), "") << b.what;
+  for (const auto& [what, wave] : bad) {
+    Word("apple", wave);
+    EXPECT_EQ(Make("A apple\r\n####\r\n"), 1) << what;
+    EXPECT_EQ(OutBytes(), 0) << what;
+    EXPECT_EQ(Captions(), "") << what;
   }
   // A rate raised exactly twentyfold reads far past what it converts; it
   // stays inside the buffers.
@@ -513,12 +502,8 @@ TEST_F(Lesson, CompressedLessonHasAnMp3ThatMatchesItsLyrics) {
   EXPECT_FALSE(Exists("out.lrt"));
   // An independent decoder takes the MP3, and its length is the one the
   // library reports, within one frame (576 samples at this rate).
-  std::string out;
-  ASSERT_EQ(tqtest::Run("mpg123 -q -w '" + Path("dec.wav") + "' '" + Path("out.mp3") + "' 2>&1", &out), 0) << out;
-  const Decoded d = ReadPcm(Path("dec.wav"));
-  const double decodedMs = 1000.0 * d.Frames() / d.rate;
   const int reported = vcGetMp3FileLengthInTime(Path("out.mp3").c_str());
-  EXPECT_NEAR(decodedMs, reported, 1000.0 * 576 / kRate + 1);
+  EXPECT_NEAR(DecodedMs(), reported, 1000.0 * 576 / kRate + 1);
   // Three words of (4000 - 23) samples and a second each.
   EXPECT_NEAR(reported, 3 * ((4000 - 23) / 8.0 + 1000), 1000.0 * 576 / kRate + 1);
   // The lyric lines: the caption times on the wave, scaled to the MP3.
@@ -551,10 +536,7 @@ TEST_F(Lesson, CompressingLaterAndTheSwitchThatKeepsTheWave) {
   EXPECT_FALSE(Exists("out.lrt"));
   const int ms = vcMp3Maker_CompressWaveToMp3(maker_, 0, 0);
   EXPECT_FALSE(Exists("out.wav"));
-  std::string out;
-  ASSERT_EQ(tqtest::Run("mpg123 -q -w '" + Path("dec.wav") + "' '" + Path("out.mp3") + "' 2>&1", &out), 0) << out;
-  const Decoded d = ReadPcm(Path("dec.wav"));
-  EXPECT_NEAR(1000.0 * d.Frames() / d.rate, ms, 1000.0 * 576 / kRate + 1);
+  EXPECT_NEAR(DecodedMs(), ms, 1000.0 * 576 / kRate + 1);
   EXPECT_NEAR(ms, (8000 - 23) / 8.0, 1000.0 * 576 / kRate + 1);
   EXPECT_EQ(vcMp3Maker_AdjustLrcFile(maker_), -1);
   // The wave is gone: a second compression fails.

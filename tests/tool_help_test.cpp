@@ -1,8 +1,6 @@
 // tqcomm as a user meets it: every command of its table answers --help and
 // names there every option it takes; the man page and the bash completion
 // cover the whole table; --version, and the exit status of bad usage.
-#include <dirent.h>
-
 #include <algorithm>
 #include <map>
 #include <regex>
@@ -77,17 +75,10 @@ std::string Join(const Options& options) {
   return out;
 }
 
-std::vector<std::string> ToolSources() {
-  std::vector<std::string> texts;
-  std::string dir = std::string(TQ_SOURCE_DIR) + "/tools/tqcomm";
-  DIR* d = opendir(dir.c_str());
-  for (dirent* e; d != nullptr && (e = readdir(d)) != nullptr;) {
-    std::string name = e->d_name;
-    if (name.size() > 4 && name.compare(name.size() - 4, 4, ".cpp") == 0) {
-      texts.push_back(tqtest::ReadFile(dir + "/" + name));
-    }
-  }
-  if (d != nullptr) closedir(d);
+// The tool's sources, one after the other.
+std::string ToolSources() {
+  std::string texts;
+  tqtest::Run("cat '" + std::string(TQ_SOURCE_DIR) + "/tools/tqcomm/'*.cpp", &texts);
   return texts;
 }
 
@@ -143,19 +134,15 @@ TEST_F(ToolHelp, EveryCommandAnswersHelpAlikeThreeWays) {
 TEST_F(ToolHelp, TheHelpsAndTheParsersNameTheSameOptions) {
   Options in_sources;
   const std::regex quoted(R"re("(--?[a-z][a-z0-9-]*)")re"), comment("//[^\n]*");
-  for (const std::string& source : ToolSources()) {
-    std::string text = std::regex_replace(source, comment, "");
-    for (std::sregex_iterator m(text.begin(), text.end(), quoted), end; m != end; ++m) {
-      if ((*m)[1] != "--help" && (*m)[1] != "-h") in_sources.insert((*m)[1]);
-    }
+  const std::string sources = ToolSources(), text = std::regex_replace(sources, comment, "");
+  for (std::sregex_iterator m(text.begin(), text.end(), quoted), end; m != end; ++m) {
+    if ((*m)[1] != "--help" && (*m)[1] != "-h") in_sources.insert((*m)[1]);
   }
   std::string helps = Tool("--help").out;
   for (const std::string& c : Commands()) helps += HelpOf(c) + "\n";
   for (const std::string& option : in_sources) {
     EXPECT_TRUE(tqcomm::NamesOption(helps, option)) << option << " is taken, but no command's help names it";
   }
-  std::string sources;
-  for (const std::string& text : ToolSources()) sources += text;
   for (const std::string& c : Commands()) {
     for (const std::string& option : HelpOptions(c)) {
       EXPECT_NE(sources.find("\"" + option + "\""), std::string::npos)

@@ -89,17 +89,11 @@ class Lesson : public TempDirTest {
     KeepWave(true);
     header_ = {Path("letters/"), Path("tmp/word"), Path("tmp/expl"), Path("tmp/sent"), Path("tmp/cn"),
                Path("user/"), Path("user/"),
-               "1",     // captionExplanation
-               "1",     // wordSoundRequired
-               "1",     // explanationMarkerOne: the library by the word first
-               "0",     // playSentenceCn
-               "0",     // captionSentenceCn
-               "1",     // englishFirst
-               "2",     // sentencesPerWord
-               "0",     // reserved
-               "500",   // pauseBetweenSentencesMs
-               "300",   // pauseInPairMs
-               "0",     // upperCaseWord
+               "1", "1", "1",  // 8-10: captionExplanation, wordSoundRequired, explanationMarkerOne (by the word first)
+               "0", "0", "1",  // 11-13: playSentenceCn, captionSentenceCn, englishFirst
+               "2", "0",       // 14-15: sentencesPerWord, reserved
+               "500", "300",   // 16-17: pauseBetweenSentencesMs, pauseInPairMs
+               "0",            // 18: upperCaseWord
                "16", "8000", "1", "32", "A1B"};
   }
   void TearDown() override {

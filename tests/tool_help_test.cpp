@@ -5,6 +5,7 @@
 #include <map>
 #include <regex>
 #include <set>
+#include <sstream>
 #include <string>
 #include <vector>
 
@@ -90,11 +91,8 @@ std::map<std::string, std::string> ManSections() {
   page = std::regex_replace(page, std::regex(R"(\\-)"), "-");
   std::map<std::string, std::string> sections;
   std::string* current = nullptr;
-  size_t at = 0;
-  while (at < page.size()) {
-    size_t nl = page.find('\n', at);
-    std::string line = page.substr(at, nl == std::string::npos ? std::string::npos : nl - at);
-    at = nl == std::string::npos ? page.size() : nl + 1;
+  std::istringstream lines(page);
+  for (std::string line; std::getline(lines, line);) {
     if (line.rfind(".SS ", 0) == 0) {
       current = &sections[line.substr(4)];
     } else if (line.rfind(".SH ", 0) == 0) {

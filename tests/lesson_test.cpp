@@ -259,27 +259,22 @@ TEST_F(Lesson, SentencesUpToTheLimitWithPausesOnlyBetween) {
 
 TEST_F(Lesson, WordCountAboveAndBelowTheBlocks) {
   Set(23, "A");
-  Word("one", Level(101, 300));
-  Word("two", Level(102, 300));
-  Word("three", Level(103, 300));
+  const std::vector<std::string> words = {"one", "two", "three"};
+  for (int i = 0; i < 3; ++i) Word(words[i], Level(101 + i, 300));
+  // The words from..to-1, each a run of its level.
+  auto lesson = [&](int from, int to) {
+    Expected e;
+    for (int i = from; i < to; ++i) e.Sound(101 + i, 300, words[i]);
+    return e;
+  };
   const std::string blocks = "A one\r\n####\r\nA two\r\n####\r\nA three\r\n####\r\n";
   EXPECT_EQ(Make(blocks, 5), 3);
-  Expected all;
-  all.Sound(101, 300, "one");
-  all.Sound(102, 300, "two");
-  all.Sound(103, 300, "three");
-  ExpectLesson(all);
-
+  ExpectLesson(lesson(0, 3));
   // Fewer: the rest stays unread, and the next run goes on from there.
   EXPECT_EQ(Make(blocks, 2), 2);
-  Expected two;
-  two.Sound(101, 300, "one");
-  two.Sound(102, 300, "two");
-  ExpectLesson(two);
+  ExpectLesson(lesson(0, 2));
   EXPECT_EQ(vcMp3Maker_MakeWaveFile(maker_, Path("out.wav").c_str(), 5, 0, 0, 0), 1);
-  Expected rest;
-  rest.Sound(103, 300, "three");
-  ExpectLesson(rest);
+  ExpectLesson(lesson(2, 3));
   // Nothing left: 1, and no wave is made.
   EXPECT_EQ(vcMp3Maker_MakeWaveFile(maker_, Path("none.wav").c_str(), 5, 0, 0, 0), 1);
   EXPECT_FALSE(Exists("none.wav"));

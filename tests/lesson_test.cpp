@@ -61,13 +61,20 @@ struct Expected {
 
   // A file of dataBytes bytes of samples: all but the header's size and the
   // frame held back, its caption at the moment it begins.
-  void File(int value, int64_t dataBytes, const std::string& caption = "") {
+  Expected& File(int value, int64_t dataBytes, const std::string& caption = "") {
     if (!caption.empty()) Caption(std::to_string(bytes / kBytesPerMs), caption);
     Add(value, (dataBytes - kHeader - 2) / 2);
+    return *this;
   }
-  void Sound(int value, int frames, const std::string& caption = "") { File(value, 2 * frames, caption); }
-  void Pause(int ms) { Add(0, static_cast<int64_t>(static_cast<double>(kRate) * ms * static_cast<double>(0.001f))); }
-  void Untimed(const std::string& caption) { Caption("-1", caption); }
+  Expected& Sound(int value, int frames, const std::string& caption = "") { return File(value, 2 * frames, caption); }
+  Expected& Pause(int ms) {
+    Add(0, static_cast<int64_t>(static_cast<double>(kRate) * ms * static_cast<double>(0.001f)));
+    return *this;
+  }
+  Expected& Untimed(const std::string& caption) {
+    Caption("-1", caption);
+    return *this;
+  }
   void Caption(const std::string& time, const std::string& text) { captions += time + "\r\n" + text + "\r\n"; }
   void Add(int value, int64_t samples) {
     if (samples <= 0) return;
@@ -197,10 +204,7 @@ TEST_F(Lesson, ECTextCaptionsWordAndExplanationAndSilencesB) {
   Set(18, "1");  // upper case: the ASCII letters only, not the bytes of GBK characters
   const std::string explanation = "n. " + G("乤果");  // 乤 is 81 61: its second byte is an "a"
   EXPECT_EQ(Make("A apple\r\nB " + explanation + "\r\n####\r\n"), 1);
-  Expected e;
-  e.Sound(1000, 800, "APPLE  N. " + G("乤果"));
-  e.Pause(2000);
-  ExpectLesson(e);
+  ExpectLesson(Expected().Sound(1000, 800, "APPLE  N. " + G("乤果")).Pause(2000));
 }
 
 TEST_F(Lesson, PausesOfTheTrailingNNumberComeTwice) {
@@ -252,9 +256,7 @@ TEST_F(Lesson, SentencesUpToTheLimitWithPausesOnlyBetween) {
   Set(14, "1");
   Set(12, "0");
   Make(block);
-  Expected one;
-  one.Sound(3000, 700, "How are you?");
-  ExpectLesson(one);
+  ExpectLesson(Expected().Sound(3000, 700, "How are you?"));
 }
 
 TEST_F(Lesson, WordCountAboveAndBelowTheBlocks) {
@@ -309,18 +311,12 @@ TEST_F(Lesson, RecordedSentencesComeFromSndFilesWhateverFolderIsNamed) {
   const std::string block = "A apple\r\nD Hello there.@@@@\r\nc:\\rec\\rec.wav\r\n0\r\n-1\r\nD Second.@@@@\r\n" +
                             Path("own.wav") + "\r\n0\r\n-1\r\n####\r\n";
   EXPECT_EQ(Make(block), 1);
-  Expected e;
   // Cut from 0 to the end: the cut starts at byte 64 of the recording.
-  e.File(4000, 1000 - 64, "Hello there.");
-  e.Pause(500);
-  e.File(4200, 800 - 64, "Second.");
-  ExpectLesson(e);
+  ExpectLesson(Expected().File(4000, 1000 - 64, "Hello there.").Pause(500).File(4200, 800 - 64, "Second."));
   // A bare file name is looked for under SndFiles first as well.
   WriteFile(Path("SndFiles/own.wav"), Level(4300, 400));
   Make("A apple\r\nD Third.@@@@\r\nown.wav\r\n0\r\n-1\r\n####\r\n");
-  Expected third;
-  third.File(4300, 800 - 64, "Third.");
-  ExpectLesson(third);
+  ExpectLesson(Expected().File(4300, 800 - 64, "Third."));
 }
 
 TEST_F(Lesson, BlankLinesAndPaddingAreNothing) {
@@ -331,10 +327,7 @@ TEST_F(Lesson, BlankLinesAndPaddingAreNothing) {
   EXPECT_EQ(Make("\r\n   \r\n\t A apple \r\nC apple is spelled here\r\n \t \r\n\tB  n.\r\n####  \r\n\r\n"), 1);
   // The line's own padding goes; behind the separator (any byte) the text
   // keeps its blank.
-  Expected e;
-  e.Sound(1000, 800, "apple");
-  e.Sound(2000, 1200, " n.");
-  ExpectLesson(e);
+  ExpectLesson(Expected().Sound(1000, 800, "apple").Sound(2000, 1200, " n."));
 }
 
 TEST_F(Lesson, MissingAndBrokenSoundsLeaveNoTrace) {
@@ -343,8 +336,7 @@ TEST_F(Lesson, MissingAndBrokenSoundsLeaveNoTrace) {
   Explanation("ghost", Level(2100, 1200));
   // No sound for the word: its append fails, uncaptioned, and B still plays.
   EXPECT_EQ(Make("A apple\r\nB n.\r\n####\r\n"), 1);
-  Expected e;
-  e.Sound(2000, 1200, "n.");
+  const Expected e = Expected().Sound(2000, 1200, "n.");
   ExpectLesson(e);
   // A wave of 0 bits is refused the same way.
   Word("apple", Level(1000, 800, kRate, 0));
@@ -354,10 +346,7 @@ TEST_F(Lesson, MissingAndBrokenSoundsLeaveNoTrace) {
   Set(9, "0");
   Word("apple", Level(1000, 800));
   EXPECT_EQ(Make("A ghost\r\nB n.\r\n####\r\nA apple\r\nB n.\r\n####\r\n"), 2);
-  Expected skipped;
-  skipped.Sound(1000, 800, "apple");
-  skipped.Sound(2000, 1200, "n.");
-  ExpectLesson(skipped);
+  ExpectLesson(Expected().Sound(1000, 800, "apple").Sound(2000, 1200, "n."));
 }
 
 TEST_F(Lesson, OtherFormatsAreConvertedAndImpossibleOnesRefused) {
@@ -409,10 +398,7 @@ TEST_F(Lesson, HostileScriptsGiveThePlainAnswers) {
   Set(14, "99999999999999999999");
   Set(16, "-5");
   EXPECT_EQ(Make("A apple\r\n####\r\n"), 1);
-  Expected e;
-  e.Sound(1000, 800, "apple");
-  e.Sound(1000, 800, "apple");
-  ExpectLesson(e);
+  ExpectLesson(Expected().Sound(1000, 800, "apple").Sound(1000, 800, "apple"));
 
   // A lesson at a rate below MPEG's lowest compresses: the encoder raises
   // the rate, and its output, many frames a chunk, has the room it needs.
@@ -428,9 +414,7 @@ TEST_F(Lesson, HostileScriptsGiveThePlainAnswers) {
 
   // A block that the script cuts short is not played.
   EXPECT_EQ(Make("A apple\r\n####\r\nA apple\r\nD Cut.@@@@\r\nrec.wav\r\n"), 1);
-  Expected one;
-  one.Sound(1000, 800, "apple");
-  ExpectLesson(one);
+  ExpectLesson(Expected().Sound(1000, 800, "apple"));
 }
 
 TEST_F(Lesson, NineteenHandlesAndTheirRefusals) {

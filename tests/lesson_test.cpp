@@ -183,12 +183,8 @@ TEST_F(Lesson, WordPauseExplanationForEachWordWithCaptionsAtTheirBytes) {
     Set(8, captioned ? "1" : "0");
     EXPECT_EQ(Make(kTwoWords), 2);
     Expected e;
-    e.Sound(1000, 800, "apple");
-    e.Pause(1000);
-    e.Sound(2000, 1200, captioned ? "n. " + G("苹果") : "");
-    e.Sound(1100, 600, "bee");
-    e.Pause(1000);
-    e.Sound(2100, 900, captioned ? "n. " + G("蜜蜂") : "");
+    e.Sound(1000, 800, "apple").Pause(1000).Sound(2000, 1200, captioned ? "n. " + G("苹果") : "");
+    e.Sound(1100, 600, "bee").Pause(1000).Sound(2100, 900, captioned ? "n. " + G("蜜蜂") : "");
     ExpectLesson(e);
   }
   const Decoded d = ReadPcm(Path("out.wav"));
@@ -245,11 +241,8 @@ TEST_F(Lesson, SentencesUpToTheLimitWithPausesOnlyBetween) {
                             G("早上好。") + "\r\nD Third one.\r\nE " + G("第三。") + "\r\n####\r\n";
   EXPECT_EQ(Make(block), 1);
   Expected e;
-  e.Sound(3000, 700, "How are you?");
-  e.Untimed(G("你好吗？"));
-  e.Pause(500);
-  e.Sound(3100, 500, "&&&&Good morning.");  // spoken without the mark, captioned with it
-  e.Untimed(G("早上好。"));
+  e.Sound(3000, 700, "How are you?").Untimed(G("你好吗？")).Pause(500);
+  e.Sound(3100, 500, "&&&&Good morning.").Untimed(G("早上好。"));  // spoken without the mark, captioned with it
   ExpectLesson(e);
 
   // One sentence a word: no pause at all.
@@ -534,16 +527,11 @@ TEST_F(Lesson, ChineseSentencesBeforeOrAfterTheirEnglish) {
     const int64_t spoken = para[3];
     Expected e;
     if (englishFirst[0] == '0') {
-      e.File(1, spoken, cn);
-      e.Pause(300);
-      e.Sound(5000, 900, "I like apples.");
+      e.File(1, spoken, cn).Pause(300).Sound(5000, 900, "I like apples.");
     } else {
-      e.Sound(5000, 900, "I like apples.");
-      e.Pause(300);
-      e.File(1, spoken, cn);
+      e.Sound(5000, 900, "I like apples.").Pause(300).File(1, spoken, cn);
     }
-    e.Pause(500);
-    e.Sound(5100, 700, "Red apples.");  // no Chinese of its own
+    e.Pause(500).Sound(5100, 700, "Red apples.");  // no Chinese of its own
     EXPECT_EQ(OutBytes(), e.bytes) << englishFirst;
     EXPECT_EQ(Captions(), e.captions) << englishFirst;
   }

@@ -147,10 +147,8 @@ struct Drawn {
 };
 
 std::string Journal(int dc) {
-  int n = tqHost_GetDrawLog(dc, nullptr, 0);
-  std::string log(static_cast<size_t>(n) + 1, '\0');
-  tqHost_GetDrawLog(dc, log.data(), n + 1);
-  log.resize(static_cast<size_t>(n));
+  std::string log(static_cast<size_t>(tqHost_GetDrawLog(dc, nullptr, 0)) + 1, '\0');
+  log.resize(static_cast<size_t>(tqHost_GetDrawLog(dc, log.data(), static_cast<int>(log.size()))));
   return log;
 }
 

@@ -116,19 +116,16 @@ TEST_F(ArticleScript, VerifyNamesEachSentenceWithoutSound) {
 
 TEST_F(ArticleScript, OldLibrarySoundsByRegistrySetting) {
   setenv("TQCOMM_REGISTRY", Path("registry").c_str(), 1);
-  std::string out;
-  tqtest::Run("mkdir -p '" + Path("old") + "'", &out);
+  tqtest::Run("mkdir -p '" + Path("old") + "'", nullptr);
   WriteLibrary(Path("old/voa.idx"), Path("old"), {{"how are you@", "HOW"}, {"fine, thanks.", "FINE"}}, true);
   WriteFile(Path("script.txt"),
             "[00:01.000]How are you?\n$ **x.mp3\nHow are you?\nFine, thanks.\nNot in it.\nskip &&& me\n");
   vcGetOldVoaSnd(Path("script.txt").c_str());
   EXPECT_EQ(g_boxes.size(), 3u);  // no library set: every sentence line is missing
   g_boxes.clear();
-  ASSERT_EQ(vcWriteKeyValueString(0x80000001u, "Software\\tqcomm2006\\VoaLibrary", "IndexPath",
-                                  Path("old/voa.idx").c_str()),
-            0);
-  ASSERT_EQ(vcWriteKeyValueString(0x80000001u, "Software\\tqcomm2006\\VoaLibrary", "RootDir", Path("old").c_str()),
-            0);
+  for (auto [name, value] : {std::pair<const char*, std::string>{"IndexPath", Path("old/voa.idx")}, {"RootDir", Path("old")}}) {
+    ASSERT_EQ(vcWriteKeyValueString(0x80000001u, "Software\\tqcomm2006\\VoaLibrary", name, value.c_str()), 0);
+  }
   vcGetOldVoaSnd(Path("script.txt").c_str());
   EXPECT_EQ(ReadFile(Path("How are you@.mp3")), "HOW");
   EXPECT_EQ(ReadFile(Path("Fine, thanks..mp3")), "FINE");

@@ -146,6 +146,12 @@ struct Drawn {
   int height;
 };
 
+std::string Journal(int dc) {
+  std::string log(static_cast<size_t>(tqHost_GetDrawLog(dc, nullptr, 0)) + 1, '\0');
+  log.resize(static_cast<size_t>(tqHost_GetDrawLog(dc, log.data(), static_cast<int>(log.size()))));
+  return log;
+}
+
 // Draws the text with vcDrawLongText and reads back the TextOut lines.
 Drawn DrawLong(int dc, const std::string& text, int width, int line_height = 20, int x = 3, int y = 5) {
   tqHost_ClearDrawLog(dc);
@@ -158,10 +164,7 @@ Drawn DrawLong(int dc, const std::string& text, int width, int line_height = 20,
   obj.lineHeight = line_height;
   EXPECT_EQ(vcDrawLongText(&obj), &obj);
   Drawn d{{}, {}, obj.height};
-  int n = tqHost_GetDrawLog(dc, nullptr, 0);
-  std::string log(static_cast<size_t>(n) + 1, '\0');
-  tqHost_GetDrawLog(dc, log.data(), n + 1);
-  log.resize(static_cast<size_t>(n));
+  const std::string log = Journal(dc);
   std::string prefix = "TextOut " + std::to_string(x) + " ";
   for (size_t at = 0; at < log.size();) {
     size_t end = log.find('\n', at);
@@ -268,11 +271,7 @@ TEST(DesktopText, RuledLinesStepDownFromTheFirstStep) {
   tq::gdi::SelectObject(dc, tq::gdi::CreatePen(tq::gdi::kPsSolid, 1, 0x00FF00));  // the caller's pen
   tqHost_ClearDrawLog(dc);
   vcDrawLineBackground(dc, 40, 30, 10, kRed);
-  int n = tqHost_GetDrawLog(dc, nullptr, 0);
-  std::string log(static_cast<size_t>(n) + 1, '\0');
-  tqHost_GetDrawLog(dc, log.data(), n + 1);
-  log.resize(static_cast<size_t>(n));
-  EXPECT_EQ(log, "Pen 0 1 0000FF\nMoveTo 0 10\nLineTo 40 10\nMoveTo 0 20\nLineTo 40 20\nMoveTo 0 30\nLineTo 40 30\n"
+  EXPECT_EQ(Journal(dc), "Pen 0 1 0000FF\nMoveTo 0 10\nLineTo 40 10\nMoveTo 0 20\nLineTo 40 20\nMoveTo 0 30\nLineTo 40 30\n"
                  "Pen 0 1 00FF00\n");
   for (int y : {0, 9, 11, 29, 31, 40}) EXPECT_NE(tqHost_GetPixel(dc, 5, y), kRed) << y;
   EXPECT_EQ(tqHost_GetPixel(dc, 0, 10), kRed);

@@ -25,10 +25,8 @@ class DigestDrawing : public TempDirTest {
     return dcs_.back();
   }
   static std::string Journal(int dc) {
-    const int n = tqHost_GetDrawLog(dc, nullptr, 0);
-    std::string log(static_cast<size_t>(n) + 1, '\0');
-    tqHost_GetDrawLog(dc, log.data(), n + 1);
-    log.resize(static_cast<size_t>(n));
+    std::string log(static_cast<size_t>(tqHost_GetDrawLog(dc, nullptr, 0)) + 1, '\0');
+    log.resize(static_cast<size_t>(tqHost_GetDrawLog(dc, log.data(), static_cast<int>(log.size()))));
     return log;
   }
   // The rows of column x that are black, as "top-bottom" runs.

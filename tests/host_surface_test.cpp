@@ -19,11 +19,9 @@ constexpr unsigned kRed = 0x0000FF;  // COLORREF: blue in the high byte
 constexpr unsigned kGrey = 0x808080;
 
 std::string Journal(int dc) {
-  int n = tqHost_GetDrawLog(dc, nullptr, 0);
-  std::string out(static_cast<size_t>(n) + 1, '\0');
-  tqHost_GetDrawLog(dc, out.data(), n + 1);
-  out.resize(static_cast<size_t>(n));
-  return out;
+  std::string log(static_cast<size_t>(tqHost_GetDrawLog(dc, nullptr, 0)) + 1, '\0');
+  log.resize(static_cast<size_t>(tqHost_GetDrawLog(dc, log.data(), static_cast<int>(log.size()))));
+  return log;
 }
 
 // The pixels of one row (or column) of the surface, as 'x' for colour and

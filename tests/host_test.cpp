@@ -68,7 +68,6 @@ TEST(HostSeam, MessageBoxHandlerAndDefaults) {
   tqHost_SetMessageBoxHandler(nullptr);
 }
 
-
 // ---- Window procedures and the message queue ----
 
 std::vector<std::string> g_seen_messages;
@@ -258,11 +257,9 @@ TEST_F(HostDrives, DeclaredCdDrivesHoldTheirFolders) {
   ASSERT_EQ(std::system(("mkdir -p " + Path("disc/sndlib")).c_str()), 0);
   tqtest::WriteFile(Path("disc/sndlib/x.dat"), "sound");
   tqHost_SetCdDrive('e', Path("disc").c_str());
-  struct {
-    char letter;
-    int type;
-  } table[] = {{'C', 3}, {'c', 3}, {'E', 5}, {'e', 5}, {'Q', 1}, {'?', 1}};
-  for (auto t : table) EXPECT_EQ(GetDriveTypeA(t.letter), t.type) << t.letter;
+  for (auto [letter, type] : {std::pair<char, int>{'C', 3}, {'c', 3}, {'E', 5}, {'e', 5}, {'Q', 1}, {'?', 1}}) {
+    EXPECT_EQ(GetDriveTypeA(letter), type) << letter;
+  }
 
   EXPECT_EQ(tq::env::NativePath("E:\\sndlib\\x.dat"), Path("disc") + "/sndlib/x.dat");
   EXPECT_EQ(tq::env::NativePath("e:sndlib\\x.dat"), Path("disc") + "/sndlib/x.dat");

@@ -153,11 +153,9 @@ TEST_F(FakeEncoder, HandsOverTheConfigurationAndTheSamplesFromByte64) {
   EXPECT_EQ(g.chunkSizes.front(), 6);
   EXPECT_EQ(g.chunkSizes.back(), static_cast<int>(bytes.size() / 2 % 6));
   // Every chunk's output, the flush, then the tag written over the closed file.
-  EXPECT_EQ(ReadFile("out.mp3"), [&] {
-    std::string mp3;
-    for (size_t i = 0; i < g.chunkSizes.size(); ++i) mp3 += "mp";
-    return mp3 + "END";
-  }());
+  std::string mp3;
+  for (size_t i = 0; i < g.chunkSizes.size(); ++i) mp3 += "mp";
+  EXPECT_EQ(ReadFile("out.mp3"), mp3 + "END");
   EXPECT_EQ(g.vbrPath, "out.mp3");
   EXPECT_EQ(g.fileAtVbr, static_cast<long>(2 * g.chunkSizes.size() + 3));
   EXPECT_EQ(g.closes, 1);

@@ -17,8 +17,7 @@ class SoundCentre : public TempDirTest {
  protected:
   void SetUp() override {
     TempDirTest::SetUp();
-    std::string out;
-    tqtest::Run("mkdir -p '" + Path("user") + "'", &out);
+    tqtest::Run("mkdir -p '" + Path("user") + "'", nullptr);
     user_ = Path("user/");
     base_ = Path("out");
   }
@@ -246,8 +245,7 @@ TEST_F(SoundCentre, ChineseSpeechKindAnswersQuestionsEvenWithoutSpeech) {
 
 TEST_F(SoundCentre, UserSoundFoldersFromTheRegistryStore) {
   setenv("TQCOMM_REGISTRY", Path("registry").c_str(), 1);
-  std::string out;
-  tqtest::Run("mkdir -p '" + Path("words/usersnd") + "' '" + Path("sentences/usersnd") + "'", &out);
+  tqtest::Run("mkdir -p '" + Path("words/usersnd") + "' '" + Path("sentences/usersnd") + "'", nullptr);
   Open({}, 0, 0);
   WriteFile(Path("words/usersnd/apple.wav"), "WORD-PROGRAM");
   WriteFile(Path("sentences/usersnd/Good morning.wav"), "SENTENCE-PROGRAM");

@@ -127,8 +127,7 @@ TEST_F(SoundLibrary, MissingDataFilesAreLookedForOnCdDrivesInLetterOrder) {
   std::remove(Path("snd.dat").c_str());
   for (char letter : {'E', 'F', 'H'}) {
     const std::string drive = Path(std::string("drive") + letter);
-    std::string out;
-    tqtest::Run("mkdir -p '" + drive + "/sndlib'", &out);
+    tqtest::Run("mkdir -p '" + drive + "/sndlib'", nullptr);
     if (letter != 'E') WriteFile(drive + "/sndlib/snd.dat", std::string("SOUND-FROM-") + letter);
     tqHost_SetCdDrive(letter, drive.c_str());
   }
@@ -152,8 +151,7 @@ TEST_F(SoundLibrary, MissingDataFilesAreLookedForOnCdDrivesInLetterOrder) {
 
 TEST_F(SoundLibrary, MakeWordSndFileOnTheShortRoad) {
   const std::string mp3 = ReadFile(ToneMp3(1, 22050, 0.5, 32));
-  std::string out;
-  tqtest::Run("mkdir -p '" + Path("lib") + "'", &out);
+  tqtest::Run("mkdir -p '" + Path("lib") + "'", nullptr);
   WriteLibrary(Path("lib/words.idx"), Path("lib"),
                {{"apple", mp3}, {"bell", "RIFFbell", 1}, {"odd", "ODD", 2}, {std::string(63, 'q'), mp3}});
   const std::string root = Path("lib/");  // data files at rootDir + name, no separator added

@@ -115,8 +115,7 @@ TEST_F(Speech, EspeakStartsOncePerProcessAndRefusesBadFormats) {
 }
 
 TEST_F(Speech, WithoutEspeakDataSpeechFailsCleanly) {
-  std::string out;
-  tqtest::Run("mkdir -p '" + Path("empty") + "'", &out);
+  tqtest::Run("mkdir -p '" + Path("empty") + "'", nullptr);
   setenv("TQCOMM_ESPEAK_DATA", Path("empty").c_str(), 1);
   const int c = vcSndCenter_Open(1, 16, 22050, 1);
   unsetenv("TQCOMM_ESPEAK_DATA");

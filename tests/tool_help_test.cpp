@@ -1,12 +1,11 @@
 // tqcomm as a user meets it: every command of its table answers --help and
 // names there every option it takes; the man page and the bash completion
 // cover the whole table; --version, and the exit status of bad usage.
-#include <dirent.h>
-
 #include <algorithm>
 #include <map>
 #include <regex>
 #include <set>
+#include <sstream>
 #include <string>
 #include <vector>
 
@@ -77,17 +76,10 @@ std::string Join(const Options& options) {
   return out;
 }
 
-std::vector<std::string> ToolSources() {
-  std::vector<std::string> texts;
-  std::string dir = std::string(TQ_SOURCE_DIR) + "/tools/tqcomm";
-  DIR* d = opendir(dir.c_str());
-  for (dirent* e; d != nullptr && (e = readdir(d)) != nullptr;) {
-    std::string name = e->d_name;
-    if (name.size() > 4 && name.compare(name.size() - 4, 4, ".cpp") == 0) {
-      texts.push_back(tqtest::ReadFile(dir + "/" + name));
-    }
-  }
-  if (d != nullptr) closedir(d);
+// The tool's sources, one after the other.
+std::string ToolSources() {
+  std::string texts;
+  tqtest::Run("cat '" + std::string(TQ_SOURCE_DIR) + "/tools/tqcomm/'*.cpp", &texts);
   return texts;
 }
 
@@ -99,11 +91,8 @@ std::map<std::string, std::string> ManSections() {
   page = std::regex_replace(page, std::regex(R"(\\-)"), "-");
   std::map<std::string, std::string> sections;
   std::string* current = nullptr;
-  size_t at = 0;
-  while (at < page.size()) {
-    size_t nl = page.find('\n', at);
-    std::string line = page.substr(at, nl == std::string::npos ? std::string::npos : nl - at);
-    at = nl == std::string::npos ? page.size() : nl + 1;
+  std::istringstream lines(page);
+  for (std::string line; std::getline(lines, line);) {
     if (line.rfind(".SS ", 0) == 0) {
       current = &sections[line.substr(4)];
     } else if (line.rfind(".SH ", 0) == 0) {
@@ -143,19 +132,15 @@ TEST_F(ToolHelp, EveryCommandAnswersHelpAlikeThreeWays) {
 TEST_F(ToolHelp, TheHelpsAndTheParsersNameTheSameOptions) {
   Options in_sources;
   const std::regex quoted(R"re("(--?[a-z][a-z0-9-]*)")re"), comment("//[^\n]*");
-  for (const std::string& source : ToolSources()) {
-    std::string text = std::regex_replace(source, comment, "");
-    for (std::sregex_iterator m(text.begin(), text.end(), quoted), end; m != end; ++m) {
-      if ((*m)[1] != "--help" && (*m)[1] != "-h") in_sources.insert((*m)[1]);
-    }
+  const std::string sources = ToolSources(), text = std::regex_replace(sources, comment, "");
+  for (std::sregex_iterator m(text.begin(), text.end(), quoted), end; m != end; ++m) {
+    if ((*m)[1] != "--help" && (*m)[1] != "-h") in_sources.insert((*m)[1]);
   }
   std::string helps = Tool("--help").out;
   for (const std::string& c : Commands()) helps += HelpOf(c) + "\n";
   for (const std::string& option : in_sources) {
     EXPECT_TRUE(tqcomm::NamesOption(helps, option)) << option << " is taken, but no command's help names it";
   }
-  std::string sources;
-  for (const std::string& text : ToolSources()) sources += text;
   for (const std::string& c : Commands()) {
     for (const std::string& option : HelpOptions(c)) {
       EXPECT_NE(sources.find("\"" + option + "\""), std::string::npos)

@@ -81,13 +81,17 @@ TEST_F(LessonTool, SentencesFromADictionaryAndAListOfOurOwn) {
   ASSERT_EQ(Tool("dict build '" + std::string(TQ_SOURCE_DIR) + "/data/sample/dict_source.txt' -o dict", &out), 0)
       << out;
   WriteFile(Path("list.txt"), "run\r\n" + G("跑") + "\r\nstudy\r\n" + G("学习") + "\r\n");
+  // The words come from a sound library in the data folder, as MP3s.
+  ASSERT_EQ(Tool("sndlib build list.txt -o data/tqcomm/sndlib", &out), 0) << out;
   ASSERT_EQ(Tool("lesson list.txt --dict dict --pattern AS --pause-sentences 700 -o two", &out), 0) << out;
+  EXPECT_TRUE(Has(out, "sounds from the sound library")) << out;
   const std::vector<Lyric> lyrics = Lyrics(ReadFile(Path("two.lrc")));
   std::vector<std::string> texts;
   for (const Lyric& l : lyrics) texts.push_back(l.text);
   EXPECT_EQ(texts, (std::vector<std::string>{"run", "He runs every morning.", "She runs a small shop.", "study",
                                              "She studies English every day.", "I study in the library."}));
   EXPECT_TRUE(vcIfFileExist(Path("two.mp3").c_str()) == 1);
+  EXPECT_FALSE(vcIfFileExist(Path("two.work").c_str()) == 1);
 }
 
 TEST_F(LessonTool, BadUsageAndMissingInput) {

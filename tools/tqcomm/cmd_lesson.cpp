@@ -331,14 +331,18 @@ int Make(const Options& o) {
     const int ms = vcGetMp3FileLengthInTime(o.out.c_str());
     std::printf("%d words, %s (%d ms) -> %s, %s.lrc\n", made, Clock(ms).c_str(), ms, o.out.c_str(), stem.c_str());
   }
-  // The temporary sounds of the last word and the script go with the folder.
-  const std::string names[] = {"lesson.txt", "lesson.wav", "lesson.lrt", "word.wav", "meaning.wav"};
-  for (const std::string& name : names) std::remove((work + name).c_str());
+  // The temporary sounds of the last word (a library's sound comes as MP3
+  // before it is a wave) and the script go with the folder.
+  std::vector<std::string> sounds = {"word", "meaning", "chinese_-1"};
   for (int i = 0; i < kSentencesPerWord * 4; ++i) {
-    std::remove((work + "sentence_" + std::to_string(i) + ".wav").c_str());
-    std::remove((work + "chinese_" + std::to_string(i) + ".wav").c_str());
+    sounds.push_back("sentence_" + std::to_string(i));
+    sounds.push_back("chinese_" + std::to_string(i));
   }
-  std::remove((work + "chinese_-1.wav").c_str());
+  for (const std::string& sound : sounds) {
+    std::remove((work + sound + ".wav").c_str());
+    std::remove((work + sound + ".mp3").c_str());
+  }
+  for (const char* name : {"lesson.txt", "lesson.wav", "lesson.lrt"}) std::remove((work + name).c_str());
   rmdir(work.c_str());
   return rc;
 }

@@ -180,7 +180,8 @@ const Command kCommands[] = {
     {"draw", tqcomm::DrawCommand, "draw --width W [--line-height H] TEXT -o OUT.png"},
     // (lesson)
     {"lesson", tqcomm::LessonCommand,
-     "lesson [--book BOOK.idx | LIST.txt] [--dict DIR] [--pattern A1B1C1S2] [--words N] [--chinese] -o OUT.mp3"},
+     "lesson [--book BOOK.idx | LIST.txt] [--dict DIR] [--pattern A1B1C1S2] [--words N] [--pause-sentences MS] "
+     "[--chinese] -o OUT.mp3"},
     // (digest)
     {"digest", tqcomm::DigestCommand,
      "digest IN.wav|IN.mp3 [--block MS] [--width W] [--height H] [--digest FILE] -o OUT.png"},

@@ -306,7 +306,9 @@ TEST_F(NotebookTest, HostileLibrariesGiveFailureValues) {
     int answer = -9;
     EXPECT_EQ(Word(offset), word) << offset;
     EXPECT_EQ(Explain(offset, &answer), "") << offset;
-    if (offset == 0 || offset == 12) EXPECT_EQ(answer, 0) << offset;
+    if (offset == 0 || offset == 12) {
+      EXPECT_EQ(answer, 0) << offset;
+    }
   }
   std::vector<char> out(32, 'x');
   EXPECT_EQ(vcGetEnglishWordFromBookByNo(&rec_, 3, out.data()), 0);  // offset past the end
